@@ -1,0 +1,71 @@
+# What our own targets are built with. Everything here is private to the target it is called for: nothing reaches
+# a host through k5ax::k5ax.
+
+include_guard(GLOBAL)
+include(CheckIPOSupported)
+
+option(K5AX_WERROR "Treat warnings in k5ax's own sources as errors" OFF)
+set(K5AX_SANITIZE "" CACHE STRING "Sanitizers for k5ax's own targets, a list such as address;undefined")
+
+# Inside another project the warnings are that project's business: it asked for a library, not for our opinion.
+option(K5AX_WARNINGS "Compile k5ax's own sources with its full set of warnings" ${PROJECT_IS_TOP_LEVEL})
+mark_as_advanced(K5AX_WARNINGS)
+
+set(_k5ax_common_warnings
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wdouble-promotion
+  -Wcast-align -Wcast-qual -Wformat=2 -Wundef -Wmissing-declarations -Wunused)
+set(_k5ax_cxx_warnings
+  -Wold-style-cast -Wnon-virtual-dtor -Woverloaded-virtual -Wextra-semi)
+set(_k5ax_c_warnings
+  -Wstrict-prototypes -Wmissing-prototypes -Wold-style-definition)
+set(_k5ax_gcc_warnings
+  -Wduplicated-cond -Wduplicated-branches -Wlogical-op)
+
+# Warnings, sanitizers and arithmetic as written (no contraction to fused operations: the same source gives the same
+# figures on every machine and under every compiler).
+function(k5ax_target_defaults target)
+  target_compile_options(${target} PRIVATE -ffp-contract=off)
+  if(K5AX_WARNINGS)
+    target_compile_options(${target} PRIVATE
+      ${_k5ax_common_warnings}
+      "$<$<COMPILE_LANGUAGE:CXX>:${_k5ax_cxx_warnings}>"
+      "$<$<COMPILE_LANGUAGE:C>:${_k5ax_c_warnings}>"
+      "$<$<CXX_COMPILER_ID:GNU>:${_k5ax_gcc_warnings}>")
+  endif()
+  if(K5AX_WERROR)
+    target_compile_options(${target} PRIVATE -Werror)
+  endif()
+  if(K5AX_SANITIZE)
+    list(JOIN K5AX_SANITIZE "," names)
+    target_compile_options(${target} PRIVATE
+      -fsanitize=${names} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(${target} PRIVATE -fsanitize=${names})
+  endif()
+endfunction()
+
+# For the targets whose objects end in libk5ax.so, and for the executables that link those objects directly.
+function(k5ax_library_defaults target)
+  k5ax_target_defaults(${target})
+  target_compile_features(${target} PRIVATE cxx_std_17)
+  set_target_properties(${target} PROPERTIES
+    CXX_EXTENSIONS OFF
+    POSITION_INDEPENDENT_CODE ON
+    CXX_VISIBILITY_PRESET hidden
+    C_VISIBILITY_PRESET hidden
+    VISIBILITY_INLINES_HIDDEN ON)
+  # Nobody replaces a function of ours at load time, so calls inside the library need no detour (clang assumes that
+  # anyway).
+  target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-fno-semantic-interposition>)
+  k5ax_target_ipo(${target})
+endfunction()
+
+# Interprocedural optimisation in release builds. The per-position arithmetic is small functions in several files.
+function(k5ax_target_ipo target)
+  if(NOT DEFINED CACHE{K5AX_IPO_SUPPORTED})
+    check_ipo_supported(RESULT supported LANGUAGES CXX)
+    set(K5AX_IPO_SUPPORTED ${supported} CACHE INTERNAL "The compiler can optimise across files")
+  endif()
+  if(K5AX_IPO_SUPPORTED)
+    set_target_properties(${target} PROPERTIES INTERPROCEDURAL_OPTIMIZATION_RELEASE ON)
+  endif()
+endfunction()
