@@ -1,0 +1,21 @@
+// What the library lets out: K5AX_API marks every name that a host links to.
+#ifndef K5AX_PLATFORM_EXPORT_H
+#define K5AX_PLATFORM_EXPORT_H
+
+/// Marks a function, an object or a class that hosts link to; everything else stays inside the library.
+///
+/// Reads the same in C and in C++. On Windows the library itself is built with K5AX_BUILDING_LIBRARY defined;
+/// a host never defines it.
+#if defined(_WIN32)
+#if defined(K5AX_BUILDING_LIBRARY)
+#define K5AX_API __declspec(dllexport)
+#else
+#define K5AX_API __declspec(dllimport)
+#endif
+#elif defined(__GNUC__)
+#define K5AX_API __attribute__((visibility("default")))
+#else
+#define K5AX_API
+#endif
+
+#endif
