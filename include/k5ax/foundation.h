@@ -1,0 +1,143 @@
+// What everything else stands on: host callbacks, the process-wide switches, constant points, angle
+// constants.
+#ifndef K5AX_FOUNDATION_H
+#define K5AX_FOUNDATION_H
+
+#include <k5ax/platform/export.h>
+
+#ifdef __cplusplus
+#include <k5ax/platform/geometry.h>
+
+#include <boost/function.hpp>
+
+#include <string>
+#else
+#include <stdbool.h>
+#endif
+
+// The linkage of the flat functions, and the form in which one enum is declared for both languages: with the
+// underlying type int in C++, so that any integer may be stored, and with a plain type name in C.
+#ifdef __cplusplus
+#define K5AX_FLAT_BEGIN extern "C" {
+#define K5AX_FLAT_END }
+#define K5AX_ENUM_BEGIN(name) enum name : int {
+#define K5AX_ENUM_END(name) }
+#else
+#define K5AX_FLAT_BEGIN
+#define K5AX_FLAT_END
+#define K5AX_ENUM_BEGIN(name) typedef enum {
+#define K5AX_ENUM_END(name) \
+  }                         \
+  name
+#endif
+
+/// A point or a direction of three doubles x, y, z; the frame and the unit are those of the place it stands
+/// in.
+#ifdef __cplusplus
+typedef Geometry::TPoint<double> k5ax_point;
+#else
+typedef struct k5ax_point {
+  double x;
+  double y;
+  double z;
+} k5ax_point;
+#endif
+
+#ifdef __cplusplus
+
+/// The channels to the host, and the switches that decide whether they are used.
+///
+/// Everything here is static and lives for the whole process. Nothing is synchronised: install callbacks and
+/// set flags before the library is used from several threads. A callback runs on the thread of the call that
+/// sends; what it throws reaches that call's caller. A callback must not replace itself while it runs.
+class K5AX_API CUtility {
+ public:
+  /// A deleter that does nothing, for a boost::shared_ptr to an object that somebody else owns.
+  struct K5AX_API null_deleter {
+    void operator()(const void*) const {}
+  };
+
+  /// Installs the sink for informational text; an empty function uninstalls it. Starts empty.
+  static void set_feedback_cbk(boost::function<void(const char*)> f);
+  /// Installs the sink for errors (text and code); an empty function uninstalls it. Starts empty.
+  static void set_error_cbk(boost::function<void(const char*, short)> f);
+  /// Installs the assertion hook (three texts and a line number); an empty function uninstalls it. Starts
+  /// empty.
+  static void set_assertion_handler_cbk(boost::function<void(const char*, const char*, const char*, long)> f);
+
+  /// Hands `text` to the feedback sink; without a sink it does nothing. The sink may use the text during the
+  /// call only.
+  static void feedback(const std::string& text);
+  /// Hands `text` and `code` to the error sink; without a sink it does nothing. The sink sees the low 16 bits
+  /// of `code` only. The library itself sends nothing here; the channel is for the host and the code it
+  /// links.
+  static void error(const std::string& text, int code);
+  /// Hands the four arguments, unchanged and in this order, to the assertion hook; without a hook it does
+  /// nothing (no abort, no exception). The library itself never calls it.
+  static void assertion_failed(const char* a, const char* b, const char* c, long line);
+
+  /// True when the flags word has the developer bit (value 2).
+  static bool developer();
+  /// Sets or clears the developer bit (value 2); the other bits stay.
+  static void developer(bool on);
+  /// True when the flags word has the regression bit (value 4).
+  static bool regression();
+  /// Sets or clears the regression bit (value 4); the other bits stay.
+  static void regression(bool on);
+  /// The whole flags word; 0 at the start. Bits other than 2 and 4 are kept and mean nothing to the library.
+  static unsigned int flags();
+  /// Replaces the whole flags word.
+  static void flags(unsigned int word);
+
+  static const Geometry::TPoint<double> pt_o;  ///< the origin (0, 0, 0); usable before main
+  static const Geometry::TPoint<double> pt_x;  ///< unit X (1, 0, 0); usable before main
+  static const Geometry::TPoint<double> pt_y;  ///< unit Y (0, 1, 0); usable before main
+  static const Geometry::TPoint<double> pt_z;  ///< unit Z (0, 0, 1); usable before main
+
+ private:
+  static boost::function<void(const char*)> _feedback;
+  static boost::function<void(const char*, short)> _error;
+  static boost::function<void(const char*, const char*, const char*, long)> _fassert_handler;
+  static unsigned int _flags;
+};
+
+/// Angle constants, each the double nearest to its value; constant-initialised, so usable before main.
+namespace math {
+extern K5AX_API const double m_pi;   ///< pi
+extern K5AX_API const double m_pi2;  ///< pi / 2
+extern K5AX_API const double m_2pi;  ///< 2 pi
+extern K5AX_API const double D2R;    ///< pi / 180, degrees to radians
+extern K5AX_API const double R2D;    ///< 180 / pi, radians to degrees
+}  // namespace math
+
+#endif  // __cplusplus
+
+K5AX_FLAT_BEGIN
+
+/// The whole flags word, as `CUtility::flags()`.
+K5AX_API unsigned int md_flags_get(void);
+
+/// Replaces the whole flags word, as `CUtility::flags(unsigned int)`.
+K5AX_API void md_flags_set(unsigned int flags);
+
+/// 1 when the flags word has the regression bit (value 4), else 0.
+K5AX_API int md_regression(void);
+
+/// Radians to degrees: 180 / pi.
+K5AX_API double k5ax_R2D(void);
+
+/// Degrees to radians: pi / 180.
+K5AX_API double k5ax_D2R(void);
+
+/// Brings an angle into a range by whole turns.
+///
+/// @param angle  radians, at most a few turns off: each turn is one step of a loop, so that the result is
+///               exactly the sum of those steps; a large angle takes proportionally long. NaN comes back as
+///               it is, and so does an angle that a turn no longer changes (infinite, or beyond about 1e17).
+/// @param range  1: [0, 2 pi); 2: [-pi, pi], where both ends stay as they are; any other value: no change
+/// @return the angle in that range, radians
+K5AX_API double k5ax_normalise_angle(double angle, int range);
+
+K5AX_FLAT_END
+
+#endif

@@ -1,0 +1,364 @@
+// The machine definition: one object that describes one five-axis machine tool, and its flat face.
+#ifndef K5AX_MACHDEF_H
+#define K5AX_MACHDEF_H
+
+#include <k5ax/scenegraph.h>
+
+#ifdef __cplusplus
+#include <boost/array.hpp>
+#endif
+
+// clang-format off
+/// Where the two rotary axes sit.
+K5AX_ENUM_BEGIN(MACHINE_TYPE)
+  MC_UNDEFINED = -1,  ///< not yet set
+  MC_TT = 0,          ///< both on the table
+  MC_HT = 1,          ///< the primary on the table, the secondary on the head
+  MC_HH = 2           ///< both on the head
+K5AX_ENUM_END(MACHINE_TYPE);
+// clang-format on
+
+#ifdef __cplusplus
+/// A mode of the machine that the host defines; kept, copied and saved, never looked at.
+enum MACHINE_MODE : int {};
+/// A machining discipline that the host defines; kept, copied and saved, never looked at.
+enum K5AX_DISCIPLINE : int {};
+#else
+typedef int MACHINE_MODE;
+typedef int K5AX_DISCIPLINE;
+#endif
+
+#ifdef __cplusplus
+
+namespace md {
+
+class CMachDef;
+
+/// An operation on a machine definition that the host supplies. The library never calls it.
+class K5AX_API IMachDefVisitor {
+ public:
+  IMachDefVisitor() = default;
+  IMachDefVisitor(const IMachDefVisitor&) = default;
+  IMachDefVisitor& operator=(const IMachDefVisitor&) = default;
+  virtual ~IMachDefVisitor();
+  virtual void visit(CMachDef& machdef) = 0;
+};
+
+/// One five-axis machine tool: its axes, its angled head, its work zero and units, and the two scene-graph
+/// trees that show it moving. Everything the library computes, it computes of such an object.
+///
+/// Frames: the machine's, in which axes, head and work zero stand, and the part's, which coincides with it
+/// when every rotary table axis stands at 0. Lengths are in the definition's unit (millimetres when
+/// `isMetric()`, else inches), angles in radians. An (a, b, c) triple of angles gives each rotary axis the
+/// component of its letter.
+///
+/// The definition owns its axes and trees and gives them back to their pools in `reset` and when it dies. One
+/// thread uses a definition at a time; constant operations may run side by side while nobody changes it.
+/// Memory running out is std::bad_alloc.
+class K5AX_API CMachDef {
+ public:
+  /// An empty machine: no axes, no trees, type -1, mode -1, discipline 0, millimetres, loading vector and
+  /// work zero at the origin, a straight head.
+  CMachDef();
+  /// The same with the host's mode.
+  explicit CMachDef(MACHINE_MODE mode);
+  // A member-wise copy would share axes and nodes; see `copy` and `clone`.
+  CMachDef(const CMachDef&) = delete;
+  CMachDef& operator=(const CMachDef&) = delete;
+  /// As `reset`: axes and nodes go back to their pools, or are destroyed where the memory for that is
+  /// missing.
+  ~CMachDef();
+
+  /// Copies values into the axes and nodes that are already here, so that pointers held elsewhere stay good;
+  /// creates nothing. An axis that is missing on either side is passed over. Where this machine has a tree,
+  /// its nodes take the node part (transform, value, id, flags) of the nodes at the same positions in
+  /// `other`, whose trees must have the same shape; that is not checked, except that nodes without a partner
+  /// stay as they are. The rotary axes get this machine as their owner.
+  void copy(const CMachDef& other);
+  /// Resets this machine, then makes independent copies of the parts of `other` that `flags` names: bit value
+  /// 1 the machine (axes, head, type, mode, discipline, units, loading vector, work zero), bit value 2 the
+  /// scene graph. Other bits are ignored; 0 only resets. Cloning a machine into itself changes nothing. A
+  /// root that itself hangs below another node is cloned as its sibling there; see `sg::node::node_clone`.
+  void clone(const CMachDef& other, unsigned int flags);
+  /// Gives back all axes and nodes; type -1, a straight head, loading vector zero. Work zero, mode,
+  /// discipline and units stay: they belong to the host's setting, not to one machine.
+  void reset();
+  /// A straight head as `k5ax_angled_head_initialise` makes it (flags 0), and the loading vector zero.
+  void initialise_head();
+  /// Converts the lengths to millimetres (true) or inches (false); nothing when that is the unit already.
+  ///
+  /// Converted: the base points of the axes, the limits of linear axes, the head's lengths, and in the trees
+  /// what each node's `scale_node` converts (the axis of an axis node; its value times the factor, for rotary
+  /// axes too). Left as they are: work zero and loading vector, which the host keeps in its own unit; the
+  /// transforms of plain nodes; and the head and tool point that the tool node carries. The trees of a scaled
+  /// machine therefore no longer fit its axes. A host that goes on posing it scales the translations of the
+  /// plain nodes and the tool node's head (`k5ax_angled_head_scale`) itself, applies the tool node rule
+  /// (`CMachDef_ToolNode_matrix_Set`) at the scaled tool point, and sets every axis node anew
+  /// (`k5axSgNode_value_set2`).
+  void scale(bool metric);
+  /// Writes the definition to a writing stream, else reads one from it; docs/file-format.md has the fields.
+  ///
+  /// Reading replaces field by field what was there, without a reset: read into a new or reset machine. Axes
+  /// read keep the owner that `CAxis2::create` gave them. The version read is ignored. A node kind other than
+  /// 0, 1, 2 and parent links that form a cycle are refused with std::runtime_error; the stream's exceptions
+  /// pass through. After either the machine holds what had been read before.
+  void serialize(IIO::Stream& stream);
+
+  /// Sets the primary rotary axis, null for none. The axis gets no owner by this, and the one before is only
+  /// dropped.
+  void setPrimary(boost::shared_ptr<CAxis2> axis);
+  /// Sets the secondary rotary axis in the same way.
+  void setSecondary(boost::shared_ptr<CAxis2> axis);
+  const boost::shared_ptr<CAxis2> getPrimary() const { return m_primary; }      ///< empty when there is none
+  const boost::shared_ptr<CAxis2> getSecondary() const { return m_secondary; }  ///< empty when there is none
+  boost::array<boost::shared_ptr<CAxis2>, 3>& xyz_axes() {
+    return m_xyz_axes;
+  }  ///< X, Y, Z; each may be empty
+  const boost::array<boost::shared_ptr<CAxis2>, 3>& xyz_axes() const { return m_xyz_axes; }
+
+  /// The tool direction in force, machine frame: (0, 0, 1) while the flags have value 1 set and value 2 clear
+  /// (the vertical-tool condition), else the head's, as it stands (not normalised).
+  Geometry::TPoint<double> getToolDir() const;
+  /// The head's tool direction, whatever the flags say.
+  Geometry::TPoint<double> getToolDirEx() const { return m_head.tool_dir; }
+  void setToolDir(const Geometry::TPoint<double>& tool_dir) {
+    m_head.tool_dir = tool_dir;
+  }                                                                          ///< stored as it is
+  const Geometry::TPoint<double>& mwZeroPos() const { return m_mwZeroPos; }  ///< work zero, the host's unit
+  void mwZeroPos(const Geometry::TPoint<double>& zero) { m_mwZeroPos = zero; }
+  const Geometry::TPoint<double>& loading_vector() const { return m_loading_vector; }  ///< a length vector
+  void loading_vector(const Geometry::TPoint<double>& loading_vector) { m_loading_vector = loading_vector; }
+  bool isMetric() const { return m_metric; }
+  void setMetric(bool metric) { m_metric = metric; }  ///< sets the unit's name only; `scale` converts
+  MACHINE_TYPE getMachType() const { return m_machType; }
+  void setMachType(MACHINE_TYPE type) { m_machType = type; }
+  MACHINE_MODE get_mode() const { return m_mode; }
+  void set_mode(MACHINE_MODE mode) { m_mode = mode; }
+  K5AX_DISCIPLINE discipline() const { return m_discipline; }
+  void discipline(K5AX_DISCIPLINE discipline) { m_discipline = discipline; }
+  unsigned int flags() const { return m_head.flags; }  ///< the head's flags word; the machine has no other
+  void flags(unsigned int flags) { m_head.flags = flags; }
+  angled_head& head() { return m_head; }
+  const angled_head& head() const { return m_head; }
+
+  /// The node in the trees that carries the tool; empty when there is none.
+  boost::shared_ptr<sg::tnode<angled_head>> tool_node() { return m_tool_node; }
+  boost::shared_ptr<const sg::tnode<angled_head>> tool_node() const { return m_tool_node; }
+  void tool_node(boost::shared_ptr<sg::tnode<angled_head>> node);
+  /// The roots of the two trees, each may be empty: 0 leads from the machine frame down to the tool, 1 from
+  /// the part to the machine frame; see docs/scene-graph.md. The update walks flat lists of the trees' nodes,
+  /// which are made by reading and by `clone` alone: after setting roots here, clone the machine (or save and
+  /// load it) and pose the clone.
+  boost::array<boost::shared_ptr<sg::node>, 2>& SG() { return m_SG; }
+  const boost::array<boost::shared_ptr<sg::node>, 2>& SG() const { return m_SG; }
+  /// The axis nodes in the trees that stand for the primary and the secondary rotary axis; each may be empty.
+  boost::array<boost::shared_ptr<sg::node>, 2>& SG_RotAxs() { return m_SG_RotAxs; }
+  const boost::array<boost::shared_ptr<sg::node>, 2>& SG_RotAxs() const { return m_SG_RotAxs; }
+
+  /// True when this is a machine that the kinematics can work with. All of:
+  ///  - each rotary axis present is valid (`CAxis2::is_valid`); the tool direction in force is not exactly
+  ///    zero; the type is `MC_TT`, `MC_HT` or `MC_HH`; an `MC_HT` has a primary axis;
+  ///  - with a secondary axis: there is a primary, of another letter and with a direction that is not exactly
+  ///    equal (the opposite one passes); an `MC_HT` has the primary on the table and the secondary on the
+  ///    head; an `MC_HH` both on the head;
+  ///  - the line of the table axis next to the part (`MC_TT`: the secondary, or the primary where it is
+  ///    alone; `MC_HT`: the primary) passes the machine origin closer than 0.001 length units in each
+  ///    coordinate.
+  /// With the developer or regression flag set, a failure of the last rule sends "MC_TT secondary axis
+  /// location not valid" (for a primary that is alone too) or "MC_HT primary axis location not valid" to the
+  /// feedback sink.
+  bool is_valid() const;
+  /// `is_valid`, and room to turn: an `MC_HT` or a machine with the primary alone needs a positive travel of
+  /// the primary (max - min > 0), an `MC_TT` with both axes one of the secondary. An `MC_HT` with both also
+  /// needs the primary on the table and the secondary on the head.
+  bool mw_valid() const;
+  /// True when every rotary axis present is orthogonal (`CAxis2::is_orthogonal`); true without any.
+  bool is_orthogonal() const;
+  /// The rotary axis that turns the part. `MC_TT`: the secondary, or the primary where it is alone; `MC_HT`
+  /// and `MC_HH` (where none turns the part): the primary; another type: empty.
+  boost::shared_ptr<CAxis2> rotary_axis() const;
+  /// The two rotary axes in machine-work order. `MC_TT`: the secondary (or the primary where it is alone),
+  /// then the primary; `MC_HT` and `MC_HH`: primary, secondary; another type leaves both arguments as they
+  /// are.
+  void getMWRotAxes(boost::shared_ptr<CAxis2>& first, boost::shared_ptr<CAxis2>& second) const;
+
+  /// The component of (x, y, z) that the axis's letter names; 0.0 for an empty pointer. See
+  /// `CAxis2::GetAngle`.
+  double getAngle(boost::shared_ptr<CAxis2> axis, double x, double y, double z) const;
+  /// Stores `value` into a, b or c by the letter A, B or C; any other letter, the linear ones included, and
+  /// an empty pointer store nothing.
+  void getABCAngles(boost::shared_ptr<CAxis2> axis, double value, double& a, double& b, double& c) const;
+  /// Turns the definition itself into the pose at `angle1` of the primary and `angle2` of the secondary axis,
+  /// radians.
+  ///
+  /// `MC_TT`: the secondary's direction by -angle1 about the primary's. `MC_HT`: tool and reference direction
+  /// by angle2 about the secondary's direction, and, unless the tool is vertical by the flags, the
+  /// secondary's base point, the loading vector and the head's tip too. `MC_HH`: everything by angle1 about
+  /// the primary, then tool and reference direction, tip, loading vector and the secondary's base point by
+  /// angle2 about the secondary as turned.
+  ///
+  /// Every rotation is about a line through the origin, also of points. Nothing is normalised, and limits are
+  /// not looked at. The tool direction in force is always written back to the head, so under the
+  /// vertical-tool condition the head's own is lost, even when the answer is false. Calls compose; axis
+  /// objects shared with others turn too.
+  /// @return false for a type other than `MC_TT`, `MC_HT`, `MC_HH`; nothing is turned then
+  bool orientate(double angle1, double angle2);
+  /// True when the tool at these angles is perpendicular to the part's rotary axis, either way:
+  /// |T . W| < 1e-5 of the unit vectors. False for `MC_HH` and unknown types, for `MC_TT` without a primary
+  /// and for `MC_HT` without both axes.
+  bool IsToolRadial(double a, double b, double c) const;
+  /// True when the tool at these angles points along the part's rotary axis, in the same sense: |T . W - 1| <
+  /// 1e-5. The opposite sense is not axial, since the tool would then come from inside the part. False where
+  /// `IsToolRadial` is false by type or missing axes.
+  bool IsToolAxial(double a, double b, double c) const;
+
+  /// The rotation of each rotary axis about its own line, T(-base) Rot(direction, angle) T(base), at its
+  /// angle out of `abc`, whatever its location; the identity for a missing axis and for an unknown type.
+  /// `xyz` is not used.
+  void Mach2PartTransform(const Geometry::TPoint<double>& xyz, const Geometry::TPoint<double>& abc,
+                          Geometry::Matrix& primary, Geometry::Matrix& secondary) const;
+  /// Those two as secondary * primary.
+  const Geometry::Matrix Mach2PartTransform(const Geometry::TPoint<double>& xyz,
+                                            const Geometry::TPoint<double>& abc) const;
+  /// A machine position and the tool direction in force, in part coordinates.
+  ///
+  /// The point is turned by the table axes, primary first; head axes do not move the part. The tool direction
+  /// is turned by both rotary axes wherever they sit, secondary first, without their translations, and is not
+  /// normalised. The difference is meant. An unknown type turns nothing.
+  /// @param xyz  machine coordinates, length unit
+  /// @param abc  a, b, c in radians; any finite value, limits are not looked at
+  /// @param[out] partPoint    part coordinates; may be `xyz`
+  /// @param[out] partToolDir  part coordinates
+  void Mach2PartCoords(const Geometry::TPoint<double>& xyz, const Geometry::TPoint<double>& abc,
+                       Geometry::TPoint<double>& partPoint, Geometry::TPoint<double>& partToolDir) const;
+  /// The transform from part to machine coordinates: by the table axes at their negated angles, secondary
+  /// first. The inverse of the point transform of `Mach2PartCoords`, but for two things: the type is not
+  /// looked at, and a machine without any rotary axis turns by -c about Z and, as an `MC_TT`, then by -b
+  /// about Y.
+  const Geometry::Matrix Part2MachTransform(const Geometry::TPoint<double>& abc) const;
+  /// `xyz` (part coordinates) carried by `Part2MachTransform(abc)` into machine coordinates.
+  Geometry::TPoint<double> Part2MachCoords(Geometry::TPoint<double> xyz,
+                                           const Geometry::TPoint<double>& abc) const;
+  /// The control point of a tool point: `toolPoint` + the head's tip + the base point of each rotary axis on
+  /// the head. The head's home pose: no angle enters.
+  void Tool2CtrlPt(Geometry::TPoint<double>& ctrl, const Geometry::TPoint<double>& toolPoint) const;
+
+ private:
+  // Lets the scene update read the lists below without copying a pointer.
+  friend struct MachineView;
+
+  void remove_axes();
+  void list_nodes();
+  sg::tnode<CAxis2>* find_axis_node(int id) const;
+  void write(IIO::Stream& stream) const;
+  void read(IIO::Stream& stream);
+  void read_trees(IIO::Stream& stream);
+  const CAxis2* part_axis() const;
+  bool part_axis_meets_origin(const CAxis2& axis, const char* complaint) const;
+  bool tool_and_part_axis(double a, double b, double c, Geometry::TPoint<double>& u_tool,
+                          Geometry::TPoint<double>& u_part_axis) const;
+
+  static const int _version;
+
+  std::vector<boost::shared_ptr<sg::node>> m_nodes[2];  // every node of each tree, as all_nodes lists them
+  boost::shared_ptr<CAxis2> m_primary;
+  boost::shared_ptr<CAxis2> m_secondary;
+  boost::array<boost::shared_ptr<CAxis2>, 3> m_xyz_axes;
+  MACHINE_TYPE m_machType;
+  MACHINE_MODE m_mode;
+  K5AX_DISCIPLINE m_discipline;
+  bool m_metric;
+  Geometry::TPoint<double> m_loading_vector;
+  Geometry::TPoint<double> m_mwZeroPos;
+  angled_head m_head;
+  boost::array<boost::shared_ptr<sg::node>, 2> m_SG;
+  boost::array<boost::shared_ptr<sg::node>, 2> m_SG_RotAxs;
+  boost::shared_ptr<sg::tnode<angled_head>> m_tool_node;
+  std::vector<int> m_driven_ids;  // room for the update to work in, one place per listed node
+};
+
+}  // namespace md
+
+typedef md::CMachDef k5ax_machdef;
+
+#else
+typedef struct k5ax_machdef k5ax_machdef;
+#endif  // __cplusplus
+
+// Axes, nodes and heads handed out here are borrowed from the machine: valid until it drops or replaces them
+// (reset, clone, loading, freeing). Never free them.
+K5AX_FLAT_BEGIN
+
+/// A new, empty machine definition; give it back with `k5axCMachDef_free`. Memory running out is
+/// std::bad_alloc.
+K5AX_API k5ax_machdef* k5axCMachDef_create(void);
+
+/// Destroys `*machdef` unless that is null. `*machdef` keeps the old address: forget it. `machdef` must not
+/// be null.
+K5AX_API void k5axCMachDef_free(k5ax_machdef** machdef);
+
+/// Makes `dst` an independent copy of `src`, machine and scene graph. Nothing when `dst` is null; `src` must
+/// not be.
+K5AX_API void k5axCMachDef_clone(k5ax_machdef* dst, const k5ax_machdef* src);
+
+/// The same for the parts that `flags` names: bit value 1 the machine, 2 the scene graph; the rest of `dst`
+/// is reset.
+K5AX_API void k5axCMachDef_clone_ex(k5ax_machdef* dst, const k5ax_machdef* src, unsigned int flags);
+
+/// The flags word, which is the head's; 0 for null.
+K5AX_API unsigned int k5axCMachDef_flags_get(const k5ax_machdef* machdef);
+
+/// Replaces the flags word; nothing for null.
+K5AX_API void k5axCMachDef_flags_set(k5ax_machdef* machdef, unsigned int flags);
+
+/// The host's mode; -1 for null.
+K5AX_API MACHINE_MODE k5axCMachDef_mode(const k5ax_machdef* machdef);
+
+/// The machine type; -1 for null.
+K5AX_API MACHINE_TYPE k5axCMachDef_type(const k5ax_machdef* machdef);
+
+/// The host's discipline. The one getter that does not test for null.
+K5AX_API K5AX_DISCIPLINE k5axCMachDef_discipline(const k5ax_machdef* machdef);
+
+/// The machine's angled head, to read and write; null for null.
+K5AX_API angled_head* k5axCMachDef_head(k5ax_machdef* machdef);
+
+/// The machine's angled head, to read; null for null.
+K5AX_API const angled_head* k5axCMachDef_head_const(const k5ax_machdef* machdef);
+
+/// The primary (`which` 0) or the secondary (1) rotary axis; null when it is missing, for any other `which`
+/// and for null. Mind the order: the index comes first.
+K5AX_API k5ax_axis* k5axCMachDef_axis(int which, k5ax_machdef* machdef);
+
+/// The rotary axis that turns the part, as `md::CMachDef::rotary_axis`; null when there is none and for null.
+K5AX_API k5ax_axis* k5axCMachDef_rotary_axis(k5ax_machdef* machdef);
+
+/// The same, to read.
+K5AX_API const k5ax_axis* k5axCMachDef_rotary_axis_const(const k5ax_machdef* machdef);
+
+/// True when every rotary axis present is orthogonal, as `md::CMachDef::is_orthogonal`; false for null.
+K5AX_API bool k5axCMachDef_orthogonal(const k5ax_machdef* machdef);
+
+/// Turns the definition into the pose for two angles in radians, as `md::CMachDef::orientate`; false for
+/// null.
+K5AX_API bool k5axCMachDef_orientate(k5ax_machdef* machdef, double angle1, double angle2);
+
+/// The root of scene-graph tree `i`, 0 or 1, which is not checked; null for an empty tree and for null.
+K5AX_API k5ax_node* k5axCMachDef_SG(k5ax_machdef* machdef, int i);
+
+/// The tool node; null when there is none and for null.
+K5AX_API k5ax_tool_node* k5axCMachDef_Tool(k5ax_machdef* machdef);
+
+/// Saves the definition. What stood at `path` is replaced only when everything is on the disk, and stays byte
+/// for byte otherwise. 1 when done, 0 on any failure, which is not reported otherwise. `machdef` is not
+/// tested for null.
+K5AX_API int MachdefSave(k5ax_machdef* machdef, const char* path);
+
+/// Loads a definition into a new or reset machine. 1 when done; 0 for a file that cannot be opened (the
+/// machine stays as it was) and for a damaged one (the machine holds what was read before the damage). Axes
+/// read have no owner. `machdef` is not tested for null.
+K5AX_API int MachdefLoad(k5ax_machdef* machdef, const char* path);
+
+K5AX_FLAT_END
+
+#endif

@@ -1,0 +1,341 @@
+// The scene graph: a tree of nodes with transforms, the nodes that carry an axis or the tool, and their live
+// state.
+#ifndef K5AX_SCENEGRAPH_H
+#define K5AX_SCENEGRAPH_H
+
+#include <k5ax/angled_head.h>
+#include <k5ax/axes.h>
+
+#ifdef __cplusplus
+#include <boost/enable_shared_from_this.hpp>
+#include <boost/shared_ptr.hpp>
+#include <boost/weak_ptr.hpp>
+
+#include <list>
+#include <vector>
+#endif
+
+/// The live state of one axis node. 16 bytes, copied by value.
+typedef K5AX_RECORD node_state {
+  int id;              ///< the node's id
+  unsigned int flags;  ///< the node's flags word
+  double value;        ///< the node's value: radians for a rotary axis, length units for a linear one
+}
+node_state;
+
+#ifdef __cplusplus
+
+namespace md {
+
+class CMachDef;
+
+namespace sg {
+
+class node;
+template <class T>
+class tnode;
+
+/// The node as an axis node; null for another kind and for null. Borrowed, as `n` is; touches no reference
+/// count.
+K5AX_API tnode<CAxis2>* axis_node(node* n);
+/// The node as a tool node; null for another kind and for null. Borrowed, as `n` is; touches no reference
+/// count.
+K5AX_API tnode<angled_head>* tool_node(node* n);
+
+}  // namespace sg
+
+/// An axis node: the one parked last, as it was when it was freed, or a fresh one (node part as
+/// `sg::node::create` gives it; axis of type, location and mode -1, the rest zero).
+K5AX_API boost::shared_ptr<sg::tnode<CAxis2>> NodeAxis_Create();
+/// Parks the axis node in its own pool and empties the pointer; nothing is reset or checked.
+K5AX_API void NodeAxis_Free(boost::shared_ptr<sg::tnode<CAxis2>>& n);
+/// A tool node: the one parked last, as it was when it was freed, or a fresh one. All bytes of a fresh one's
+/// head are zero, its directions included, unlike those of `k5ax_angled_head_initialise`.
+K5AX_API boost::shared_ptr<sg::tnode<angled_head>> TOOL_NODE_Create();
+/// Parks the tool node in its own pool and empties the pointer; nothing is reset or checked.
+K5AX_API void TOOL_NODE_Free(boost::shared_ptr<sg::tnode<angled_head>>& n);
+
+namespace sg {
+
+/// One node of the scene graph: a transform relative to its parent, an id, a value, a flags word, and its
+/// place in a tree.
+///
+/// Points are rows: p * M. A node's world transform is the product of the transforms from the node up to its
+/// root, the node's own first. Children are owned, the parent is not, so a tree lives as long as its root.
+///
+/// Nodes are handed out as boost::shared_ptr by `create` and given back with `free`, which parks them in a
+/// pool. Every walk, clone, `initialise`, `scale_node` and the release of a tree works for any depth without
+/// using the call stack for it. One thread at a time, the pool included. Memory running out is
+/// std::bad_alloc.
+class K5AX_API node : public boost::enable_shared_from_this<node> {
+ public:
+  /// The node parked last, exactly as it was when it was freed (children and parent included), or a fresh
+  /// one: no children, no parent, identity, id 0, value 0, flags 0.
+  static boost::shared_ptr<node> create();
+  /// Parks the node and empties the pointer; an empty pointer is left alone. Nothing is reset, and nothing is
+  /// checked: a node freed twice is handed out twice. A typed node belongs in its own pool instead; see
+  /// `md::NodeAxis_Free`.
+  static void free(boost::shared_ptr<node>& n);
+  /// A deep copy of the subtree under `n`, made of each node's `shallow_clone`. The copy hangs where `n`
+  /// hangs, as its parent's new last child: cloning a node that has a parent makes a sibling. Empty for an
+  /// empty pointer.
+  static boost::shared_ptr<node> node_clone(boost::shared_ptr<node> n);
+  /// `to->shallow_copy(from)`; nothing when either is empty.
+  static void shallow_copy(boost::shared_ptr<node> to, boost::shared_ptr<const node> from);
+  /// `n` and everything below it, depth first, a node before its children, an earlier child's descendants
+  /// before the next child. Empty for an empty pointer.
+  static std::vector<boost::shared_ptr<node>> all_nodes(boost::shared_ptr<node> n);
+  /// Clears `out`, then appends the transforms from `n` (first) up to the root (last). Multiplied in that
+  /// order they take the node's frame to the root's.
+  static void transform_stack(boost::shared_ptr<node> n, std::vector<Geometry::Matrix>& out);
+  /// Appends, in order, every node of `in` that has no children; empty pointers are passed over and `out` is
+  /// not cleared.
+  static void no_children(const std::vector<boost::shared_ptr<node>>& in,
+                          std::vector<boost::shared_ptr<node>>& out);
+
+  /// Makes `child` a child of this node: out of its present parent's list if that is another node, and at the
+  /// end of this node's list unless it is there already. An empty pointer does nothing. This node itself or
+  /// one of its ancestors is refused with std::invalid_argument, and nothing changes. A node that no shared
+  /// pointer owns throws boost::bad_weak_ptr.
+  void add_child(boost::shared_ptr<node> child);
+  /// Empties the child's parent link, whether or not it is a child of this node, then removes it from this
+  /// node's list. `child` must not be empty.
+  void remove_child(boost::shared_ptr<node> child);
+  /// The parent; empty for a root and where the parent is gone.
+  boost::shared_ptr<node> parent() const;
+  /// Moves this node to the end of the children of `p`; setting the same parent again does that too. An empty
+  /// pointer detaches the node. This node itself or one of its descendants is refused as in `add_child`.
+  void parent(boost::shared_ptr<node> p);
+  /// A copy of the list of children, in the order in which they came. For a look without a copy see
+  /// `child_list`.
+  std::vector<boost::shared_ptr<node>> children() { return m_children; }
+  std::vector<boost::shared_ptr<node>> children() const { return m_children; }
+
+  /// The parent as a borrowed pointer, null for a root and where the parent is gone. Touches no reference
+  /// count.
+  node* parent_ptr() const { return m_parent.expired() ? nullptr : m_parent_address; }
+  /// The children, borrowed: valid until the list changes.
+  const std::vector<boost::shared_ptr<node>>& child_list() const { return m_children; }
+
+  int id() const { return m_id; }  ///< -999 is reserved for nodes that `initialise` leaves alone
+  void id(int id) { m_id = id; }
+  unsigned int flags() const { return m_flags; }  ///< see `md::UpdateNodeAxes_` for bit values 1 and 2
+  void flags(unsigned int flags) { m_flags = flags; }
+  double value() const { return m_value; }  ///< in an axis node: radians or length units
+  void value(double value) { m_value = value; }
+  const Geometry::Matrix& transform() const {
+    return m_transform;
+  }  ///< from this node's frame to its parent's
+  void transform(const Geometry::Matrix& transform) { m_transform = transform; }
+
+  /// Drops the children (whose own parent links stay as they are) and the parent link (this node stays in
+  /// that parent's list); value 0, flags 0, identity. The id becomes -1, not the 0 of a fresh node: hosts
+  /// tell a node that was given up from a new one by it.
+  void reset();
+
+  /// Copies transform, value, id and flags of `from`, which must not be empty; children, parent and the
+  /// payload of a typed node stay.
+  virtual void shallow_copy(boost::shared_ptr<const node> from);
+  /// A node of the same kind with the same transform, value, id, flags and payload, from the pool where it
+  /// holds one, without children and without a parent.
+  virtual boost::shared_ptr<node> shallow_clone();
+  /// Identity and value 0, unless the id is -999; id and flags stay. With `recursive` the same for every node
+  /// below, those below a node of id -999 included. (For a rotary axis node this is not the pose at value 0:
+  /// see `md::NodeAxis_transform_calc`.)
+  virtual void initialise(bool recursive);
+  /// A plain node has nothing to scale; with `recursive` every node below is scaled by its own `scale_node`.
+  virtual void scale_node(double factor, bool recursive);
+
+ protected:
+  struct deleter;
+
+  /// What the node carries; answers what a dynamic cast would, without one.
+  enum class Kind : unsigned char { plain, axis, tool };
+
+  node();
+  explicit node(Kind kind);
+  /// Makes a fresh node and ignores the argument; content is copied by `shallow_copy` alone.
+  node(const node& other);
+  node& operator=(const node& other) = delete;
+  virtual ~node();
+
+ private:
+  friend class md::CMachDef;
+  template <class T>
+  friend class tnode;
+  friend tnode<CAxis2>* axis_node(node* n);
+  friend tnode<angled_head>* tool_node(node* n);
+
+  static std::list<boost::shared_ptr<node>>& get_pool();
+  static boost::shared_ptr<node> _node_clone(boost::shared_ptr<node> n, boost::shared_ptr<node> parent);
+  void clear_links();
+  void append_child(const boost::shared_ptr<node>& child, const boost::shared_ptr<node>& self);
+  bool hangs_below(const node* ancestor) const;
+
+  static const int _version;
+
+  std::vector<boost::shared_ptr<node>> m_children;
+  boost::weak_ptr<node> m_parent;
+  Geometry::Matrix m_transform;
+  int m_id;
+  double m_value;
+  unsigned int m_flags;
+
+  Kind m_kind;
+  bool m_listed;           // set only while a machine gives its nodes back, so that each is given back once
+  node* m_parent_address;  // where m_parent points; valid while that has not expired
+};
+
+/// A node that carries a payload by value: `tnode<md::CAxis2>`, the axis node, is at once a node and an axis;
+/// `tnode<angled_head>`, the tool node, is at once a node and an angled-head record. There are no other
+/// instances.
+///
+/// Names that both bases have mean the node's; `payload()` gives the rest. Made by `md::NodeAxis_Create` and
+/// `md::TOOL_NODE_Create`. A shallow copy between typed nodes copies the node part alone.
+template <class T>
+class K5AX_API tnode : public node, public T {
+ public:
+  using node::create;
+  using node::flags;
+  using node::free;
+
+  T& payload() { return *this; }              ///< the axis or the head that the node carries
+  const T& payload() const { return *this; }  ///< the axis or the head that the node carries
+
+  /// As `node::shallow_clone`, the payload included: the whole head record, or the seven fields of the axis
+  /// record. An axis keeps the owner that its new node had.
+  boost::shared_ptr<node> shallow_clone() override;
+  /// Axis node: scales the axis (`CAxis2::scale`), then sets the node to its value times `factor`. That holds
+  /// for the angle of a rotary axis too: hosts set the pose anew after a change of unit.
+  /// Tool node: only applies the tool node rule again (`k5axSgToolNodeMatrixSet`) at the offset stored in the
+  /// head. With `recursive` the same for every node below, by its own `scale_node`.
+  void scale_node(double factor, bool recursive) override;
+
+ protected:
+  struct deleter;
+
+  tnode();
+  tnode(const tnode&) = delete;
+  tnode& operator=(const tnode&) = delete;
+  ~tnode() override;
+
+  static std::list<boost::shared_ptr<tnode>> _pool;
+
+ private:
+  friend boost::shared_ptr<tnode<CAxis2>> md::NodeAxis_Create();
+  friend void md::NodeAxis_Free(boost::shared_ptr<tnode<CAxis2>>& n);
+  friend boost::shared_ptr<tnode<angled_head>> md::TOOL_NODE_Create();
+  friend void md::TOOL_NODE_Free(boost::shared_ptr<tnode<angled_head>>& n);
+
+  static boost::shared_ptr<tnode> take();
+  static void give_back(boost::shared_ptr<tnode>& n);
+};
+
+extern template class K5AX_API tnode<CAxis2>;
+extern template class K5AX_API tnode<angled_head>;
+
+}  // namespace sg
+
+/// The transform that the axis node has at `value`; changes nothing.
+///
+/// Linear: the translation by value times the axis direction. Rotary: the translation by minus the base
+/// point, then the rotation about the direction by `value` radians. There is no translation back in it: a
+/// fixed node on the root side holds that, so at value 0 a rotary node off the origin is not the identity.
+/// Any other mode, and an empty pointer: the identity.
+/// @param selector  the owning machine's flags word by convention; has no effect at present
+K5AX_API Geometry::Matrix NodeAxis_transform_calc(unsigned int selector,
+                                                  boost::shared_ptr<sg::tnode<CAxis2>> n, double value);
+/// The same for a node that the caller holds anyway; touches no reference count.
+K5AX_API Geometry::Matrix NodeAxis_transform_calc(unsigned int selector, const sg::tnode<CAxis2>& n,
+                                                  double value);
+/// Stores that transform and `value` in the node; nothing for an empty pointer.
+K5AX_API void NodeAxis_transform_set(unsigned int selector, boost::shared_ptr<sg::tnode<CAxis2>> n,
+                                     double value);
+/// The same for a node that the caller holds anyway; touches no reference count.
+K5AX_API void NodeAxis_transform_set(unsigned int selector, sg::tnode<CAxis2>& n, double value);
+
+/// Fills `s` from an axis node and answers true; another kind of node or an empty pointer answers false, and
+/// `s` stays.
+K5AX_API bool node_state_get(boost::shared_ptr<sg::node> n, node_state& s);
+/// Gives an axis node the flags and the value of `s` and rebuilds its transform. False, and nothing changes,
+/// for another kind of node, an empty pointer, or an id other than the node's: a state never moves to another
+/// node.
+K5AX_API bool node_state_set(boost::shared_ptr<sg::node> n, const node_state& s);
+
+}  // namespace md
+
+typedef md::sg::node k5ax_node;
+typedef md::sg::tnode<md::CAxis2> k5ax_axis_node;
+typedef md::sg::tnode<angled_head> k5ax_tool_node;
+
+/// Fills `state` from a node of any kind; nothing when either is null. Does not say whether it did.
+K5AX_API void k5axSgNode_state_get(boost::shared_ptr<const md::sg::node> n, node_state* state);
+
+#else
+typedef struct k5ax_node k5ax_node;
+typedef struct k5ax_axis_node k5ax_axis_node;
+typedef struct k5ax_tool_node k5ax_tool_node;
+#endif  // __cplusplus
+
+// Node pointers are borrowed from the tree that holds them: valid until the tree drops the node.
+K5AX_FLAT_BEGIN
+
+#ifdef __cplusplus
+/// Places the tool node for the tool point `p`: stores `p` in its head's `offset`, then sets the node's
+/// transform to ((((E D) C) B) A), where E is the translation by -length2 along Z, D the rotation about Y by
+/// the tilt, C the translation by -length1 along Z, B the rotation about Z by the turn, and A the translation
+/// by -p. Nothing for another kind of node and for an empty pointer; value and flags stay.
+K5AX_API void k5axSgToolNodeMatrixSet(boost::shared_ptr<md::sg::node> n, const Geometry::TPoint<double>& p);
+#endif
+
+/// The number of children; 0 for null.
+K5AX_API int k5axSgNode_child_count(const k5ax_node* node);
+
+/// The child at `index`, in the order in which they came. The index is not checked: 0 to count - 1. Null for
+/// null.
+K5AX_API k5ax_node* k5axSgNode_child(const k5ax_node* node, int index);
+
+/// The parent; null for a root, where the parent is gone, and for null.
+K5AX_API k5ax_node* k5axSgNode_parent(const k5ax_node* node);
+
+/// Writes the node and everything below it, depth first, a node before its children, and returns their
+/// number; 0 for null.
+///
+/// @param[out] buffer  room for the whole subtree: neither its size nor null is checked, and no call gives
+///                     the number alone; a host sums child counts on the way down, or knows the tree
+/// A node that no shared pointer owns throws boost::bad_weak_ptr.
+K5AX_API int k5axSgNode_all_nodes(k5ax_node* node, k5ax_node** buffer);
+
+/// The id; 0 for null.
+K5AX_API int k5axSgNode_id(const k5ax_node* node);
+
+/// The value, radians or length units by kind of axis; 0.0 for null.
+K5AX_API double k5axSgNode_value_get(const k5ax_node* node);
+
+/// Stores the value only; the transform stays. `k5axSgNode_value_set2` also rebuilds the transform. Nothing
+/// for null.
+K5AX_API void k5axSgNode_value_set(k5ax_node* node, double value);
+
+/// The flags word; 0 for null.
+K5AX_API unsigned int k5axSgNode_flags_get(const k5ax_node* node);
+
+/// Replaces the flags word; nothing for null.
+K5AX_API void k5axSgNode_flags_set(k5ax_node* node, unsigned int flags);
+
+/// Identity and value 0 unless the id is -999; with a non-zero `recursive` the same for every node below.
+/// Nothing for null. Not the zero pose of a rotary axis: see `k5axSgNode_value_set2`.
+K5AX_API void k5axSgNode_initialise(k5ax_node* node, int recursive);
+
+/// Builds a flags word: 1 when `first` is not zero, plus 2 when `second` is not zero. Value 1: the update
+/// drives the axis node; value 2: the linear axis that wins among parallel ones.
+K5AX_API unsigned int k5axSgNode_calc_flags(int first, int second);
+
+/// Fills `state` from a node of any kind; nothing when either is null.
+K5AX_API void k5axSgNode_state_get_(const k5ax_node* node, node_state* state);
+
+/// The node as an axis node, by a checked cast; null for another kind and for null.
+K5AX_API k5ax_axis_node* k5axSgNode_NodeAxis_cast(k5ax_node* node);
+
+K5AX_FLAT_END
+
+#endif
