@@ -11,14 +11,14 @@ set(K5AX_SANITIZE "" CACHE STRING "Sanitizers for k5ax's own targets, a list suc
 option(K5AX_WARNINGS "Compile k5ax's own sources with its full set of warnings" ${PROJECT_IS_TOP_LEVEL})
 mark_as_advanced(K5AX_WARNINGS)
 
-set(_k5ax_common_warnings
+set(K5AX_COMMON_WARNINGS
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wdouble-promotion
   -Wcast-align -Wcast-qual -Wformat=2 -Wundef -Wmissing-declarations -Wunused)
-set(_k5ax_cxx_warnings
+set(K5AX_CXX_WARNINGS
   -Wold-style-cast -Wnon-virtual-dtor -Woverloaded-virtual -Wextra-semi)
-set(_k5ax_c_warnings
+set(K5AX_C_WARNINGS
   -Wstrict-prototypes -Wmissing-prototypes -Wold-style-definition)
-set(_k5ax_gcc_warnings
+set(K5AX_GCC_WARNINGS
   -Wduplicated-cond -Wduplicated-branches -Wlogical-op)
 
 # Warnings, sanitizers and arithmetic as written (no contraction to fused operations: the same source gives the same
@@ -27,10 +27,10 @@ function(k5ax_target_defaults target)
   target_compile_options(${target} PRIVATE -ffp-contract=off)
   if(K5AX_WARNINGS)
     target_compile_options(${target} PRIVATE
-      ${_k5ax_common_warnings}
-      "$<$<COMPILE_LANGUAGE:CXX>:${_k5ax_cxx_warnings}>"
-      "$<$<COMPILE_LANGUAGE:C>:${_k5ax_c_warnings}>"
-      "$<$<CXX_COMPILER_ID:GNU>:${_k5ax_gcc_warnings}>")
+      ${K5AX_COMMON_WARNINGS}
+      "$<$<COMPILE_LANGUAGE:CXX>:${K5AX_CXX_WARNINGS}>"
+      "$<$<COMPILE_LANGUAGE:C>:${K5AX_C_WARNINGS}>"
+      "$<$<CXX_COMPILER_ID:GNU>:${K5AX_GCC_WARNINGS}>")
   endif()
   if(K5AX_WERROR)
     target_compile_options(${target} PRIVATE -Werror)
@@ -53,6 +53,7 @@ function(k5ax_library_defaults target)
     CXX_VISIBILITY_PRESET hidden
     C_VISIBILITY_PRESET hidden
     VISIBILITY_INLINES_HIDDEN ON)
+  target_compile_definitions(${target} PRIVATE K5AX_BUILDING_LIBRARY)
   # Nobody replaces a function of ours at load time, so calls inside the library need no detour (clang assumes that
   # anyway).
   target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-fno-semantic-interposition>)

@@ -12,8 +12,8 @@
 
 #include <gtest/gtest.h>
 
-#include "k5ax/foundation.h"
-#include "k5ax/platform/geometry.h"
+#include <k5ax/foundation.h>
+#include <k5ax/platform/geometry.h>
 
 namespace k5ax_test {
 
