@@ -18,8 +18,8 @@ _is_here() {
   esac
 }
 
-# need PACKAGE=PROBE...: installs, through apt-get, the packages whose command or header is not here. Order matters:
-# g++ looks for the headers.
+# need PACKAGE=PROBE...: installs, through apt-get, the packages whose command or header is not here. Without g++ no
+# header is found, so on a bare machine the list is simply all of it.
 need() {
   local item missing=()
   for item in "$@"; do
@@ -36,7 +36,6 @@ need() {
     die "not root and no sudo; as root run: apt-get install ${missing[*]}"
   fi
 
-  # Headers were sought with a compiler that may itself be missing: on a bare machine the list is simply all of it.
   say "installing ${missing[*]}"
   quietly "installing failed" "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive sh -c '
     apt-get -q update && apt-get -q -y --no-install-recommends -o DPkg::Lock::Timeout=300 install "$@"' \
