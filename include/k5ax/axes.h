@@ -66,6 +66,18 @@ typedef struct K5AX_MAY_ALIAS TAxis {
 
 #ifdef __cplusplus
 
+namespace IIO {
+
+/// Writes a point: x, y, z, three doubles.
+inline Stream& operator<<(Stream& stream, const Geometry::TPoint<double>& p) {
+  return stream << p.x << p.y << p.z;
+}
+
+/// Reads a point: x, y, z, three doubles.
+inline Stream& operator>>(Stream& stream, Geometry::TPoint<double>& p) { return stream >> p.x >> p.y >> p.z; }
+
+}  // namespace IIO
+
 namespace md {
 
 class CMachDef;

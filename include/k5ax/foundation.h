@@ -10,6 +10,7 @@
 
 #include <boost/function.hpp>
 
+#include <cmath>
 #include <string>
 #else
 #include <stdbool.h>
@@ -101,13 +102,36 @@ class K5AX_API CUtility {
   static unsigned int _flags;
 };
 
-/// Angle constants, each the double nearest to its value; constant-initialised, so usable before main.
+/// Angle constants, and the vector arithmetic that the geometry library leaves out.
 namespace math {
+
+// Each the double nearest to its value; constant-initialised, so usable before main.
 extern K5AX_API const double m_pi;   ///< pi
 extern K5AX_API const double m_pi2;  ///< pi / 2
 extern K5AX_API const double m_2pi;  ///< 2 pi
 extern K5AX_API const double D2R;    ///< pi / 180, degrees to radians
 extern K5AX_API const double R2D;    ///< 180 / pi, radians to degrees
+
+/// a . b
+inline double dot(const Geometry::TPoint<double>& a, const Geometry::TPoint<double>& b) {
+  return a.x * b.x + a.y * b.y + a.z * b.z;
+}
+
+/// a x b, by the right hand: X x Y = Z
+inline Geometry::TPoint<double> cross(const Geometry::TPoint<double>& a, const Geometry::TPoint<double>& b) {
+  return Geometry::TPoint<double>(a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x);
+}
+
+/// |v|
+inline double length(const Geometry::TPoint<double>& v) { return std::sqrt(dot(v, v)); }
+
+/// v / |v|; a vector shorter than 5e-9 has no direction and gives (0, 0, 1).
+inline Geometry::TPoint<double> safe_normal(const Geometry::TPoint<double>& v) {
+  const double v_length = length(v);
+  if (v_length < 5e-9) return CUtility::pt_z;
+  return Geometry::TPoint<double>(v.x / v_length, v.y / v_length, v.z / v_length);
+}
+
 }  // namespace math
 
 #endif  // __cplusplus

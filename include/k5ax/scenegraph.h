@@ -11,6 +11,7 @@
 #include <boost/shared_ptr.hpp>
 #include <boost/weak_ptr.hpp>
 
+#include <cstddef>
 #include <list>
 #include <vector>
 #endif
@@ -168,9 +169,13 @@ class K5AX_API node : public boost::enable_shared_from_this<node> {
 
   static std::list<boost::shared_ptr<node>>& get_pool();
   static boost::shared_ptr<node> _node_clone(boost::shared_ptr<node> n, boost::shared_ptr<node> parent);
+  static std::vector<boost::shared_ptr<node>> nodes_below(const node& n);
+  void link_to(const boost::shared_ptr<node>& parent);
+  void unlink();
+  void append_child(const boost::shared_ptr<node>& child);
+  void release_children();
   void clear_links();
-  void append_child(const boost::shared_ptr<node>& child, const boost::shared_ptr<node>& self);
-  bool hangs_below(const node* ancestor) const;
+  void refuse_cycle(const node& child) const;
 
   static const int _version;
 
@@ -182,8 +187,10 @@ class K5AX_API node : public boost::enable_shared_from_this<node> {
   unsigned int m_flags;
 
   Kind m_kind;
-  bool m_listed;           // set only while a machine gives its nodes back, so that each is given back once
-  node* m_parent_address;  // where m_parent points; valid while that has not expired
+  bool m_listed;            // set only while a machine gives its nodes back, so that each is given back once
+  node* m_parent_address;   // where m_parent points; valid while that has not expired
+  std::size_t m_parent_of;  // how many nodes have their parent link here
+  std::size_t m_held_by;    // how many places in lists of children are this node's
 };
 
 /// A node that carries a payload by value: `tnode<md::CAxis2>`, the axis node, is at once a node and an axis;

@@ -1,0 +1,70 @@
+// md::sg::tnode: the definitions that both instances share. Included where each instance is made.
+#ifndef K5AX_SCENEGRAPH_TYPED_NODE_H
+#define K5AX_SCENEGRAPH_TYPED_NODE_H
+
+#include <k5ax/scenegraph.h>
+
+#include <type_traits>
+#include <utility>
+
+#include "scenegraph/payload.h"
+
+namespace md {
+namespace sg {
+
+template <class T>
+std::list<boost::shared_ptr<tnode<T>>> tnode<T>::_pool;
+
+template <class T>
+struct tnode<T>::deleter {
+  void operator()(tnode* n) const { delete n; }
+};
+
+template <class T>
+tnode<T>::tnode() : node(std::is_same<T, CAxis2>::value ? Kind::axis : Kind::tool), T() {
+  clear_payload(payload());
+}
+
+template <class T>
+tnode<T>::~tnode() = default;
+
+template <class T>
+boost::shared_ptr<tnode<T>> tnode<T>::take() {
+  if (_pool.empty()) return boost::shared_ptr<tnode>(new tnode, deleter());
+
+  boost::shared_ptr<tnode> n = std::move(_pool.back());
+  _pool.pop_back();
+  return n;
+}
+
+template <class T>
+void tnode<T>::give_back(boost::shared_ptr<tnode>& n) {
+  if (!n) return;
+  _pool.push_back(n);
+  n.reset();
+}
+
+template <class T>
+boost::shared_ptr<node> tnode<T>::shallow_clone() {
+  boost::shared_ptr<node> self = shared_from_this();
+  boost::shared_ptr<tnode> copy = take();
+  copy->clear_links();  // one from the pool still has the links it was parked with
+  copy->m_children.reserve(m_children.size());
+  copy->shallow_copy(std::move(self));
+  copy_payload(copy->payload(), payload());
+  return copy;
+}
+
+template <class T>
+void tnode<T>::scale_node(double factor, bool recursive) {
+  std::vector<boost::shared_ptr<node>> below;
+  if (recursive) below = nodes_below(*this);
+
+  scale_payload(*this, factor);
+  for (const boost::shared_ptr<node>& n : below) n->scale_node(factor, false);
+}
+
+}  // namespace sg
+}  // namespace md
+
+#endif
