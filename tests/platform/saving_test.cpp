@@ -1,0 +1,288 @@
+// Saving over what is there: when the new file takes its place, and what it takes over from the old one.
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <stdexcept>
+#include <string>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <k5ax/platform/stream.h>
+
+#include "scratch.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using IIO::FILE_WRITE;
+using IIO::FileStream;
+using k5ax_test::contents;
+using k5ax_test::error_of;
+using k5ax_test::make_file;
+using k5ax_test::Names;
+using k5ax_test::reason;
+using k5ax_test::save;
+using k5ax_test::ScratchFolder;
+using testing::EndsWith;
+
+struct stat info_of(const std::string& path) {
+  struct stat info = {};
+  EXPECT_EQ(::lstat(path.c_str(), &info), 0) << path;
+  return info;
+}
+
+mode_t permissions(const std::string& path) { return info_of(path).st_mode & 07777; }
+
+TEST(Saving, NewFileIsThereAtTheEnd) {
+  const ScratchFolder folder;
+  save(folder / "machine", "new");
+  EXPECT_EQ(contents(folder / "machine"), "new");
+  EXPECT_EQ(folder.names(), Names{"machine"});
+}
+
+TEST(Saving, NewFileIsNotThereBeforeTheEnd) {
+  const ScratchFolder folder;
+  {
+    FileStream stream((folder / "machine").c_str(), FILE_WRITE);
+    stream.Write("new", 3);
+    EXPECT_FALSE(fs::exists(folder / "machine"));
+  }
+  EXPECT_TRUE(fs::exists(folder / "machine"));
+}
+
+TEST(Saving, OldFileStandsUntilTheEnd) {
+  const ScratchFolder folder;
+  make_file(folder / "machine", "old");
+  const std::string more_than_a_buffer(200000, 'n');
+  {
+    FileStream stream((folder / "machine").c_str(), FILE_WRITE);
+    EXPECT_EQ(contents(folder / "machine"), "old");
+    stream.Write(more_than_a_buffer.data(), more_than_a_buffer.size());
+    EXPECT_EQ(contents(folder / "machine"), "old");
+  }
+  EXPECT_TRUE(contents(folder / "machine") == more_than_a_buffer);
+  EXPECT_EQ(folder.names(), Names{"machine"});
+}
+
+TEST(Saving, ShorterFileLeavesNothingOfALongerOne) {
+  const ScratchFolder folder;
+  make_file(folder / "machine", "a long old text");
+  save(folder / "machine", "new");
+  EXPECT_EQ(contents(folder / "machine"), "new");
+}
+
+TEST(Saving, NewFileGetsTheUsualPermissions) {
+  const ScratchFolder folder;
+  const mode_t before = ::umask(027);
+  save(folder / "machine", "new");
+  ::umask(before);
+  EXPECT_EQ(permissions(folder / "machine"), 0640u);
+}
+
+TEST(Saving, PermissionsOfTheOldFileAreKept) {
+  const ScratchFolder folder;
+  make_file(folder / "machine", "old");
+  const mode_t before = ::umask(077);
+  int checked = 0;
+  for (const mode_t mode : {0600u, 0604u, 0640u, 0666u, 0755u, 0777u}) {
+    ASSERT_EQ(::chmod((folder / "machine").c_str(), mode), 0);
+    save(folder / "machine", "new");
+    EXPECT_EQ(permissions(folder / "machine"), mode);
+    ++checked;
+  }
+  ::umask(before);
+  EXPECT_EQ(checked, 6);
+}
+
+TEST(Saving, OwnerAndGroupOfTheOldFileAreKept) {
+  if (::geteuid() != 0) GTEST_SKIP() << "only root can give a file away";
+  const ScratchFolder folder;
+  make_file(folder / "machine", "old");
+  ASSERT_EQ(::chown((folder / "machine").c_str(), 12345, 23456), 0);
+  // Changing the owner may clear this bit, so that it shows in which order the two are restored.
+  ASSERT_EQ(::chmod((folder / "machine").c_str(), 04750), 0);
+  save(folder / "machine", "new");
+  const struct stat info = info_of(folder / "machine");
+  EXPECT_EQ(info.st_uid, 12345u);
+  EXPECT_EQ(info.st_gid, 23456u);
+  EXPECT_EQ(info.st_mode & 07777, 04750u);
+}
+
+// Nobody may read in the new file what the old one did not let them read.
+TEST(Saving, NewFileIsAsPrivateAsTheOldOneFromTheStart) {
+  const ScratchFolder folder;
+  make_file(folder / "machine", "old");
+  ASSERT_EQ(::chmod((folder / "machine").c_str(), 0600), 0);
+  const mode_t before = ::umask(0);
+  {
+    const FileStream stream((folder / "machine").c_str(), FILE_WRITE);
+    const Names names = folder.names();
+    EXPECT_EQ(names.size(), 2u);
+    for (const std::string& name : names) EXPECT_EQ(permissions(folder / name), 0600u) << name;
+  }
+  ::umask(before);
+}
+
+TEST(Saving, NewFileHasANameThatNobodyExpects) {
+  const ScratchFolder folder;
+  const FileStream one((folder / "machine").c_str(), FILE_WRITE);
+  const Names first = folder.names();
+  const FileStream two((folder / "machine").c_str(), FILE_WRITE);
+  const Names both = folder.names();
+  ASSERT_EQ(first.size(), 1u);
+  ASSERT_EQ(both.size(), 2u);
+  EXPECT_NE(both[0], both[1]);
+  // Hidden, and 16 digits of chance.
+  EXPECT_THAT(first[0], testing::MatchesRegex("\\.k5ax-[0-9a-f]+\\.tmp"));
+  EXPECT_EQ(first[0].size(), std::string(".k5ax-0123456789abcdef.tmp").size());
+}
+
+TEST(Saving, LastOfTwoSavesToOneFileWins) {
+  const ScratchFolder folder;
+  {
+    FileStream outer((folder / "machine").c_str(), FILE_WRITE);
+    outer.Write("outer", 5);
+    {
+      FileStream inner((folder / "machine").c_str(), FILE_WRITE);
+      inner.Write("inner", 5);
+    }
+    EXPECT_EQ(contents(folder / "machine"), "inner");
+  }
+  EXPECT_EQ(contents(folder / "machine"), "outer");
+  EXPECT_EQ(folder.names(), Names{"machine"});
+}
+
+// File systems take names of 255 bytes.
+TEST(Saving, NameMayBeAsLongAsNamesCanBe) {
+  const ScratchFolder folder;
+  const std::string name(255, 'm');
+  save(folder / name, "new");
+  save(folder / name, "newer");
+  EXPECT_EQ(contents(folder / name), "newer");
+}
+
+TEST(Saving, RelativePathMeansTheFolderOfTheStart) {
+  const ScratchFolder folder;
+  fs::create_directory(folder / "here");
+  fs::create_directory(folder / "there");
+  const fs::path before = fs::current_path();
+  fs::current_path(folder / "here");
+  {
+    FileStream stream("machine", FILE_WRITE);
+    stream.Write("new", 3);
+    fs::current_path(folder / "there");
+  }
+  fs::current_path(before);
+  EXPECT_EQ(contents(folder / "here/machine"), "new");
+  EXPECT_TRUE(fs::is_empty(folder / "there"));
+}
+
+TEST(Saving, SymbolicLinkStaysAndItsFileIsReplaced) {
+  const ScratchFolder folder;
+  fs::create_directory(folder / "deep");
+  make_file(folder / "deep/machine", "old");
+  fs::create_symlink("deep/machine", folder / "link");
+  save(folder / "link", "new");
+  EXPECT_EQ(fs::read_symlink(folder / "link"), "deep/machine");
+  EXPECT_FALSE(fs::is_symlink(folder / "deep/machine"));
+  EXPECT_EQ(contents(folder / "deep/machine"), "new");
+  EXPECT_EQ(folder.names(), (Names{"deep", "link"}));
+}
+
+TEST(Saving, LinkToALinkIsFollowedToTheEnd) {
+  const ScratchFolder folder;
+  fs::create_directory(folder / "deep");
+  make_file(folder / "deep/machine", "old");
+  fs::create_symlink("machine", folder / "deep/near");  // relative to its own folder
+  fs::create_symlink(folder / "deep/near", folder / "far");
+  save(folder / "far", "new");
+  EXPECT_TRUE(fs::is_symlink(folder / "far"));
+  EXPECT_TRUE(fs::is_symlink(folder / "deep/near"));
+  EXPECT_EQ(contents(folder / "deep/machine"), "new");
+}
+
+TEST(Saving, PermissionsBehindALinkAreKept) {
+  const ScratchFolder folder;
+  make_file(folder / "machine", "old");
+  ASSERT_EQ(::chmod((folder / "machine").c_str(), 0604), 0);
+  fs::create_symlink("machine", folder / "link");
+  save(folder / "link", "new");
+  EXPECT_EQ(permissions(folder / "machine"), 0604u);
+}
+
+TEST(Saving, DanglingLinkStaysAndItsFileIsMade) {
+  const ScratchFolder folder;
+  fs::create_directory(folder / "deep");
+  fs::create_symlink("deep/machine", folder / "link");
+  save(folder / "link", "new");
+  EXPECT_TRUE(fs::is_symlink(folder / "link"));
+  EXPECT_EQ(contents(folder / "deep/machine"), "new");
+  EXPECT_FALSE(fs::is_symlink(folder / "deep/machine"));
+}
+
+TEST(Saving, LinkIntoAMissingFolderIsRefused) {
+  const ScratchFolder folder;
+  fs::create_symlink("none/machine", folder / "link");
+  EXPECT_THAT(error_of([&] { save(folder / "link", "new"); }), EndsWith(reason(ENOENT)));
+  EXPECT_EQ(folder.names(), Names{"link"});
+}
+
+TEST(Saving, LinksInACircleAreRefused) {
+  const ScratchFolder folder;
+  fs::create_symlink("two", folder / "one");
+  fs::create_symlink("one", folder / "two");
+  EXPECT_THAT(error_of([&] { save(folder / "one", "new"); }), EndsWith(reason(ELOOP)));
+  EXPECT_EQ(folder.names(), (Names{"one", "two"}));
+}
+
+TEST(Saving, LinkToAFolderIsRefused) {
+  const ScratchFolder folder;
+  fs::create_directory(folder / "deep");
+  fs::create_symlink("deep", folder / "link");
+  EXPECT_THAT(error_of([&] { save(folder / "link", "new"); }), EndsWith(reason(EISDIR)));
+  EXPECT_EQ(folder.names(), (Names{"deep", "link"}));
+}
+
+// Replacing gives the name a new file; whoever holds the old one by another name keeps it.
+TEST(Saving, OtherHardLinkKeepsTheOldContents) {
+  const ScratchFolder folder;
+  make_file(folder / "machine", "old");
+  fs::create_hard_link(folder / "machine", folder / "other");
+  save(folder / "machine", "new");
+  EXPECT_EQ(contents(folder / "machine"), "new");
+  EXPECT_EQ(contents(folder / "other"), "old");
+}
+
+TEST(Saving, DeviceIsWrittenAndStaysADevice) {
+  EXPECT_NO_THROW(save("/dev/null", "new"));
+  EXPECT_TRUE(S_ISCHR(info_of("/dev/null").st_mode));
+}
+
+TEST(Saving, LinkToADeviceIsWrittenThrough) {
+  const ScratchFolder folder;
+  fs::create_symlink("/dev/null", folder / "link");
+  EXPECT_NO_THROW(save(folder / "link", "new"));
+  EXPECT_TRUE(fs::is_symlink(folder / "link"));
+  EXPECT_TRUE(S_ISCHR(info_of("/dev/null").st_mode));
+}
+
+// A save may well be made while an error is being dealt with, in a destructor on its way out. It is a save
+// like any.
+TEST(Saving, SucceedsWhileAnExceptionIsOnItsWay) {
+  const ScratchFolder folder;
+  struct SavesAtTheEnd {
+    std::string path;
+    ~SavesAtTheEnd() { save(path, "new"); }
+  };
+  try {
+    const SavesAtTheEnd saves{folder / "machine"};
+    throw std::runtime_error("on its way");
+  } catch (const std::runtime_error&) {
+  }
+  EXPECT_EQ(contents(folder / "machine"), "new");
+}
+
+}  // namespace
