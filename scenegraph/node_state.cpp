@@ -9,19 +9,23 @@ node_state state_of(const sg::node& n) { return {n.id(), n.flags(), n.value()}; 
 
 }  // namespace
 
-bool node_state_get(boost::shared_ptr<sg::node> n, node_state& s) {
-  if (sg::axis_node(n.get()) == nullptr) return false;
-  s = state_of(*n);
+bool node_state_get(sg::node& n, node_state& s) {
+  if (sg::axis_node(&n) == nullptr) return false;
+  s = state_of(n);
   return true;
 }
 
-bool node_state_set(boost::shared_ptr<sg::node> n, const node_state& s) {
-  sg::tnode<CAxis2>* const axis_node = sg::axis_node(n.get());
+bool node_state_get(boost::shared_ptr<sg::node> n, node_state& s) { return n && node_state_get(*n, s); }
+
+bool node_state_set(sg::node& n, const node_state& s) {
+  sg::tnode<CAxis2>* const axis_node = sg::axis_node(&n);
   if (axis_node == nullptr || axis_node->id() != s.id) return false;
   axis_node->flags(s.flags);
   NodeAxis_transform_set(0, *axis_node, s.value);
   return true;
 }
+
+bool node_state_set(boost::shared_ptr<sg::node> n, const node_state& s) { return n && node_state_set(*n, s); }
 
 }  // namespace md
 

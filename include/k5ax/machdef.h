@@ -248,13 +248,15 @@ class K5AX_API CMachDef {
   friend struct MachineView;
 
   void remove_axes();
+  void clone_machine(const CMachDef& other);
+  void clone_scene_graph(const CMachDef& other);
   void list_nodes();
-  sg::tnode<CAxis2>* find_axis_node(int id) const;
   void write(IIO::Stream& stream) const;
   void read(IIO::Stream& stream);
   void read_trees(IIO::Stream& stream);
-  const CAxis2* part_axis() const;
-  bool part_axis_meets_origin(const CAxis2& axis, const char* complaint) const;
+  const boost::shared_ptr<CAxis2>& part_axis() const;
+  bool tool_is_vertical() const;
+  bool has_known_type() const;
   bool tool_and_part_axis(double a, double b, double c, Geometry::TPoint<double>& u_tool,
                           Geometry::TPoint<double>& u_part_axis) const;
 

@@ -264,10 +264,14 @@ K5AX_API void NodeAxis_transform_set(unsigned int selector, sg::tnode<CAxis2>& n
 /// Fills `s` from an axis node and answers true; another kind of node or an empty pointer answers false, and
 /// `s` stays.
 K5AX_API bool node_state_get(boost::shared_ptr<sg::node> n, node_state& s);
+/// The same for a node that the caller holds anyway; touches no reference count.
+K5AX_API bool node_state_get(sg::node& n, node_state& s);
 /// Gives an axis node the flags and the value of `s` and rebuilds its transform. False, and nothing changes,
 /// for another kind of node, an empty pointer, or an id other than the node's: a state never moves to another
 /// node.
 K5AX_API bool node_state_set(boost::shared_ptr<sg::node> n, const node_state& s);
+/// The same for a node that the caller holds anyway; touches no reference count.
+K5AX_API bool node_state_set(sg::node& n, const node_state& s);
 
 }  // namespace md
 

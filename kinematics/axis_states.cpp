@@ -1,0 +1,108 @@
+// Taking and restoring the live states of a machine's axis nodes, and placing its tool node.
+#include <k5ax/kinematics.h>
+
+#include <algorithm>
+#include <boost/container/small_vector.hpp>
+#include <functional>
+
+namespace md {
+
+namespace {
+
+constexpr std::size_t kUsualCount =
+    32;  // nodes waiting in a walk, and records in a call, without asking for memory
+
+using States = boost::container::small_vector<const node_state*, kUsualCount>;
+
+// Visits the axis nodes of both trees, in the order of all_nodes, until a visit answers true.
+template <class Visit>
+void visit_axis_nodes(const CMachDef& machdef, Visit visit) {
+  boost::container::small_vector<sg::node*, kUsualCount> to_visit;
+  for (const boost::shared_ptr<sg::node>& root : machdef.SG()) {
+    if (root) to_visit.push_back(root.get());
+    while (!to_visit.empty()) {
+      sg::node* const n = to_visit.back();
+      to_visit.pop_back();
+      if (sg::axis_node(n) != nullptr && visit(*n)) return;
+      const std::vector<boost::shared_ptr<sg::node>>& children = n->child_list();
+      for (auto child = children.rbegin(); child != children.rend(); ++child)
+        to_visit.push_back(child->get());
+    }
+  }
+}
+
+// By id, and records of the same id in the order in which they came. The order of std::less, since it is
+// asked of pointers.
+bool comes_before(const node_state* a, const node_state* b) {
+  return a->id != b->id ? a->id < b->id : std::less<const node_state*>()(a, b);
+}
+
+// The last record with this id; null when there is none.
+const node_state* find_last(const States& sorted, int id) {
+  const auto after = std::upper_bound(sorted.begin(), sorted.end(), id,
+                                      [](int key, const node_state* state) { return key < state->id; });
+  if (after == sorted.begin() || (*std::prev(after))->id != id) return nullptr;
+  return *std::prev(after);
+}
+
+}  // namespace
+
+std::map<int, node_state> CMachDef_IdAxisState_get(const CMachDef& md) {
+  std::map<int, node_state> states;
+  visit_axis_nodes(md, [&states](sg::node& n) {
+    node_state state;
+    if (node_state_get(n, state)) states.emplace(state.id, state);
+    return false;
+  });
+  return states;
+}
+
+void CMachDef_IdAxisState_set(CMachDef& md, const std::map<int, node_state>& states) {
+  visit_axis_nodes(md, [&states](sg::node& n) {
+    const auto found = states.find(n.id());
+    if (found != states.end()) node_state_set(n, found->second);
+    return false;
+  });
+}
+
+}  // namespace md
+
+extern "C" int CMachDef_IdAxisState_set2(md::CMachDef* machdef, const node_state* states, int count) {
+  if (count == 0 || machdef == nullptr || (states == nullptr && count > 0)) return 0;
+
+  md::States sorted;
+  for (int i = 0; i < count; ++i)
+    // Deliberate: 0 is what hosts' unused records carry.
+    if (states[i].id != 0) sorted.push_back(&states[i]);
+  std::sort(sorted.begin(), sorted.end(), md::comes_before);
+
+  md::visit_axis_nodes(*machdef, [&sorted](md::sg::node& n) {
+    if (const node_state* const state = md::find_last(sorted, n.id())) md::node_state_set(n, *state);
+    return false;
+  });
+  return 1;
+}
+
+extern "C" double CMachDef_Axis_Position_Get(md::CMachDef* machdef, int id) {
+  if (machdef == nullptr) return 0.0;
+  double position = 0.0;
+  md::visit_axis_nodes(*machdef, [id, &position](const md::sg::node& n) {
+    if (n.id() != id) return false;
+    position = n.value();
+    return true;
+  });
+  return position;
+}
+
+extern "C" void k5axSgNode_value_set2(unsigned int selector, md::sg::node* n, double value) {
+  if (k5ax_axis_node* const axis_node = md::sg::axis_node(n))
+    md::NodeAxis_transform_set(selector, *axis_node, value);
+}
+
+extern "C" void CMachDef_ToolNode_matrix_Set(md::CMachDef* machdef, const Geometry::TPoint<double>& p) {
+  if (machdef != nullptr) k5axSgToolNodeMatrixSet(machdef->tool_node(), p);
+}
+
+extern "C" void CMachDef_ToolNode_matrix_SetXYZ(md::CMachDef* machdef, double x, double y, double z) {
+  CMachDef_ToolNode_matrix_Set(machdef, {x, y, z});
+}

@@ -1,0 +1,30 @@
+// What the scene update reads of a machine without copying a pointer, and how a point goes up a tree.
+#ifndef K5AX_KINEMATICS_MACHINE_VIEW_H
+#define K5AX_KINEMATICS_MACHINE_VIEW_H
+
+#include <k5ax/kinematics.h>
+
+namespace md {
+
+struct MachineView {
+  static const std::vector<boost::shared_ptr<sg::node>>& nodes(const CMachDef& machdef, std::size_t tree) {
+    return machdef.m_nodes[tree];
+  }
+  static const sg::node* tool_node(const CMachDef& machdef) { return machdef.m_tool_node.get(); }
+  static std::vector<int>& driven_ids(CMachDef& machdef) { return machdef.m_driven_ids; }
+};
+
+// Carries a point from the frame of node `n` to its root's, node by node; null leaves it where it is.
+inline Geometry::TPoint<double> point_to_root(Geometry::TPoint<double> p, const sg::node* n) {
+  for (; n != nullptr; n = n->parent_ptr()) p = p * n->transform();
+  return p;
+}
+
+inline Geometry::TPoint<double> direction_to_root(Geometry::TPoint<double> d, const sg::node* n) {
+  for (; n != nullptr; n = n->parent_ptr()) d = n->transform().TransformDirection(d);
+  return d;
+}
+
+}  // namespace md
+
+#endif

@@ -1,0 +1,64 @@
+// md::CMachDef: independent copies.
+#include <k5ax/machdef.h>
+
+namespace md {
+
+namespace {
+
+constexpr unsigned int kCloneMachine = 1;
+constexpr unsigned int kCloneSceneGraph = 2;
+
+boost::shared_ptr<CAxis2> clone_for(CMachDef& owner, const boost::shared_ptr<CAxis2>& axis) {
+  boost::shared_ptr<CAxis2> copy = CAxis2::clone(axis);
+  if (copy) copy->machdef(&owner);
+  return copy;
+}
+
+}  // namespace
+
+// The flat lists of the trees' nodes, and the room that the update needs for them, so that it need not ask
+// for memory.
+void CMachDef::list_nodes() {
+  for (std::size_t i = 0; i < m_SG.size(); ++i) m_nodes[i] = sg::node::all_nodes(m_SG[i]);
+  m_driven_ids.reserve(m_nodes[0].size() + m_nodes[1].size());
+}
+
+void CMachDef::clone(const CMachDef& other, unsigned int flags) {
+  if (&other == this) return;  // the reset would destroy what is to be copied
+  reset();
+  if ((flags & kCloneMachine) != 0) clone_machine(other);
+  if ((flags & kCloneSceneGraph) != 0) clone_scene_graph(other);
+}
+
+void CMachDef::clone_machine(const CMachDef& other) {
+  m_machType = other.m_machType;
+  m_metric = other.m_metric;
+  m_mode = other.m_mode;
+  m_loading_vector = other.m_loading_vector;
+  m_mwZeroPos = other.m_mwZeroPos;
+  m_primary = clone_for(*this, other.m_primary);
+  m_secondary = clone_for(*this, other.m_secondary);
+  for (std::size_t i = 0; i < m_xyz_axes.size(); ++i) m_xyz_axes[i] = clone_for(*this, other.m_xyz_axes[i]);
+  m_discipline = other.m_discipline;
+  k5ax_angled_head_copy(&m_head, &other.m_head);
+}
+
+void CMachDef::clone_scene_graph(const CMachDef& other) {
+  for (std::size_t i = 0; i < m_SG.size(); ++i) m_SG[i] = sg::node::node_clone(other.m_SG[i]);
+  list_nodes();
+
+  // The rotary nodes are found by id, the tool node by its kind; the first one counts.
+  for (const std::vector<boost::shared_ptr<sg::node>>& nodes : m_nodes)
+    for (const boost::shared_ptr<sg::node>& n : nodes) {
+      if (sg::tnode<CAxis2>* const axis_node = sg::axis_node(n.get())) {
+        axis_node->machdef(this);
+        for (std::size_t i = 0; i < m_SG_RotAxs.size(); ++i)
+          if (!m_SG_RotAxs[i] && other.m_SG_RotAxs[i] && other.m_SG_RotAxs[i]->id() == n->id())
+            m_SG_RotAxs[i] = n;
+      } else if (sg::tool_node(n.get()) != nullptr && !m_tool_node && other.m_tool_node) {
+        m_tool_node = boost::static_pointer_cast<sg::tnode<angled_head>>(n);
+      }
+    }
+}
+
+}  // namespace md
