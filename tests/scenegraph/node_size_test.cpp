@@ -1,6 +1,9 @@
 // Trees of any depth and width: 200,000 nodes one below the other, or side by side. Everything here would end
 // a program whose walks used the call stack, and on a stack of 256 KiB at once.
 
+#include <cstdlib>
+#include <stdexcept>
+
 #include "scenegraph/scene_tree.h"
 
 using namespace k5ax_test;
@@ -198,6 +201,21 @@ TEST(DeepTree, IsParkedAndHandedOutWhole) {
     ASSERT_EQ(again.get(), address);
     EXPECT_EQ(node::all_nodes(again).size(), static_cast<std::size_t>(kDepth));
   });
+}
+
+// The pools go when the program ends, with whatever is parked in them.
+TEST(DeepTreeDeathTest, ParkedUntilTheProgramEndsIsReleasedThen) {
+  GTEST_FLAG_SET(death_test_style, "threadsafe");
+  EXPECT_EXIT(
+      {
+        NodePtr root = make_chain(kDepth);
+        node::free(root);
+        AxisNodePtr axis = make_axis_node(1, AXIS_X, LINEAR, {0, 0, 0}, {1, 0, 0});
+        axis->add_child(make_chain(kDepth));
+        md::NodeAxis_Free(axis);
+        std::exit(0);
+      },
+      testing::ExitedWithCode(0), "");
 }
 
 TEST(WideTree, LivesOnTheOrdinaryStack) { live(make_fan(kDepth - 1), kDepth, (kDepth + 1) / 3); }

@@ -1,0 +1,71 @@
+// Replaces operator new for the whole program; the shared library finds the program's before the standard
+// one.
+
+#include "scenegraph/memory_shortage.h"
+
+#include <malloc.h>
+
+#include <atomic>
+#include <cstdlib>
+
+namespace {
+
+std::atomic<std::size_t> in_use{0};
+std::atomic<std::size_t> peak{0};
+
+constexpr long kNoShortage = -1;
+std::atomic<long> allowed_allocations{kNoShortage};
+std::atomic<bool> lasts{false};
+std::atomic<bool> has_struck{false};
+
+bool may_allocate() {
+  const long allowed = allowed_allocations;
+  if (allowed == kNoShortage) return true;
+  if (allowed > 0) {
+    allowed_allocations = allowed - 1;
+    return true;
+  }
+  if (has_struck && !lasts) return true;
+  has_struck = true;
+  return false;
+}
+
+void* allocate(std::size_t size) {
+  void* const memory = may_allocate() ? std::malloc(size > 0 ? size : 1) : nullptr;
+  if (memory == nullptr) throw std::bad_alloc();
+  const std::size_t now = in_use += malloc_usable_size(memory);
+  if (now > peak) peak = now;
+  return memory;
+}
+
+void release(void* memory) {
+  if (memory == nullptr) return;
+  in_use -= malloc_usable_size(memory);
+  std::free(memory);
+}
+
+}  // namespace
+
+namespace k5ax_test {
+
+std::size_t bytes_in_use() { return in_use; }
+std::size_t peak_bytes_in_use() { return peak; }
+void forget_peak() { peak = in_use.load(); }
+
+MemoryShortage::MemoryShortage(long allowed, Kind kind) {
+  lasts = kind == kLasting;
+  has_struck = false;
+  allowed_allocations = allowed;
+}
+
+void MemoryShortage::end() { allowed_allocations = kNoShortage; }
+bool MemoryShortage::struck() { return has_struck; }
+
+}  // namespace k5ax_test
+
+void* operator new(std::size_t size) { return allocate(size); }
+void* operator new[](std::size_t size) { return allocate(size); }
+void operator delete(void* memory) noexcept { release(memory); }
+void operator delete[](void* memory) noexcept { release(memory); }
+void operator delete(void* memory, std::size_t) noexcept { release(memory); }
+void operator delete[](void* memory, std::size_t) noexcept { release(memory); }
