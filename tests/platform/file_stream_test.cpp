@@ -223,21 +223,27 @@ std::vector<long> transfers() {
 TEST(FileStream, SmallFileIsOneReadAndOneWrite) {
   const ScratchFolder folder;
   const std::string path = folder / "file";
-  const std::vector<long> start = transfers();
-  if (start.empty()) GTEST_SKIP() << "this system does not count system calls";
-  const std::vector<long> counted = transfers();  // counting reads too
-  {
+  const auto save_numbers = [&] {
     FileStream stream(path.c_str(), FILE_WRITE);
     for (int i = 0; i < 1000; ++i) stream << i << 0.5;
-  }
-  const std::vector<long> saved = transfers();
-  {
+  };
+  const auto load_numbers = [&] {
     FileStream stream(path.c_str(), FILE_READ);
     int number = 0;
     double half = 0;
     for (int i = 0; i < 1000; ++i) stream >> number >> half;
-    EXPECT_EQ(number, 999);
-  }
+    return number;
+  };
+  // Once for nothing: a sanitizer writes something when it meets a class for the first time.
+  save_numbers();
+  EXPECT_EQ(load_numbers(), 999);
+
+  const std::vector<long> start = transfers();
+  if (start.empty()) GTEST_SKIP() << "this system does not count system calls";
+  const std::vector<long> counted = transfers();  // counting reads too
+  save_numbers();
+  const std::vector<long> saved = transfers();
+  load_numbers();
   const std::vector<long> loaded = transfers();
   const long reads_of_counting = counted[0] - start[0];
   EXPECT_EQ(saved[1] - counted[1], 1);
