@@ -45,13 +45,14 @@ need() {
   done
 }
 
-# quietly MESSAGE COMMAND...: runs the command with its output kept back, and shows that only when it fails.
+# quietly MESSAGE COMMAND...: runs the command with its output kept back, and shows that only when it fails, without the
+# lines of progress.
 quietly() {
   local message=$1 log
   shift
   log=$(mktemp)
   if ! "$@" >"$log" 2>&1; then
-    cat "$log"
+    grep -vE '^\[[0-9]+/[0-9]+\] ' "$log" || true
     rm -f "$log"
     die "$message"
   fi
