@@ -11,6 +11,7 @@
 
 #include <gtest/gtest.h>
 
+#include <k5ax/kinematics.h>
 #include <k5ax/machdef.h>
 
 #include "machdef/files/record_bytes.h"
