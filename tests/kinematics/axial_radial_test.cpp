@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "support/hand_machine.h"
+#include "support/near.h"
 
 namespace {
 
@@ -174,9 +175,9 @@ TEST(IsToolAxial, ChangesNothing) {
   const auto machdef = table_table(Point(0, -3, 0));
   machdef->IsToolAxial(0.1, 0.2, 0.3);
   machdef->IsToolRadial(0.1, 0.2, 0.3);
-  EXPECT_EQ(machdef->getToolDirEx(), Point(0, -3, 0));
-  EXPECT_EQ(machdef->getSecondary()->GetAxisVector(), Point(1, 0, 0));
-  EXPECT_EQ(machdef->getPrimary()->GetAxisVector(), Point(0, 0, 1));
+  EXPECT_NEAR_POINT(machdef->getToolDirEx(), Point(0, -3, 0), 0);
+  EXPECT_NEAR_POINT(machdef->getSecondary()->GetAxisVector(), Point(1, 0, 0), 0);
+  EXPECT_NEAR_POINT(machdef->getPrimary()->GetAxisVector(), Point(0, 0, 1), 0);
 }
 
 // Two tools, one along the axis and one at right angles, for every machine below: each would be answered true

@@ -130,14 +130,14 @@ TEST(OrientateHeadTable, TurnsTheLoadingVectorAboutTheOrigin) {
 TEST(OrientateHeadTable, LeavesTheSecondaryDirection) {
   const auto machdef = head_table();
   machdef->orientate(0, math::m_pi2);
-  EXPECT_EQ(machdef->getSecondary()->GetAxisVector(), Point(0, 1, 0));
+  EXPECT_NEAR_POINT(machdef->getSecondary()->GetAxisVector(), Point(0, 1, 0), 0);
 }
 
 TEST(OrientateHeadTable, LeavesThePrimary) {
   const auto machdef = head_table();
   machdef->orientate(0.4, math::m_pi2);
-  EXPECT_EQ(machdef->getPrimary()->GetBaseVector(), Point(1, 2, 3));
-  EXPECT_EQ(machdef->getPrimary()->GetAxisVector(), Point(0, 0, 1));
+  EXPECT_NEAR_POINT(machdef->getPrimary()->GetBaseVector(), Point(1, 2, 3), 0);
+  EXPECT_NEAR_POINT(machdef->getPrimary()->GetAxisVector(), Point(0, 0, 1), 0);
 }
 
 TEST(OrientateHeadTable, DoesNotUseTheFirstAngle) {
@@ -174,9 +174,9 @@ TEST(OrientateHeadTable, WithAVerticalToolLeavesThePlacesOnTheHead) {
   const auto machdef = head_table();
   machdef->flags(kVerticalTool);
   machdef->orientate(0, math::m_pi2);
-  EXPECT_EQ(machdef->getSecondary()->GetBaseVector(), Point(10, 20, 30));
-  EXPECT_EQ(machdef->head().tip, Point(4, 5, 6));
-  EXPECT_EQ(machdef->loading_vector(), Point(7, 8, 9));
+  EXPECT_NEAR_POINT(machdef->getSecondary()->GetBaseVector(), Point(10, 20, 30), 0);
+  EXPECT_NEAR_POINT(machdef->head().tip, Point(4, 5, 6), 0);
+  EXPECT_NEAR_POINT(machdef->loading_vector(), Point(7, 8, 9), 0);
 }
 
 TEST(OrientateHeadTable, WithFlags3TheToolIsNotVerticalAndThePlacesTurn) {
@@ -239,7 +239,7 @@ TEST(OrientateHeadHead, TurnsTheSecondaryDirectionByTheFirstAlone) {
 TEST(OrientateHeadHead, LeavesThePrimaryDirection) {
   const auto machdef = head_head();
   machdef->orientate(math::m_pi2, math::m_pi2);
-  EXPECT_EQ(machdef->getPrimary()->GetAxisVector(), Point(0, 0, 1));
+  EXPECT_NEAR_POINT(machdef->getPrimary()->GetAxisVector(), Point(0, 0, 1), 0);
 }
 
 TEST(OrientateHeadHead, WithoutAPrimaryTurnsByTheSecondAboutTheSecondaryAsItStands) {
@@ -292,14 +292,14 @@ TEST(Orientate, OfAnUnknownTypeWritesTheVerticalToolIntoTheHead) {
   machdef->setMachType(kUnknownType);
   machdef->flags(kVerticalTool);
   EXPECT_FALSE(machdef->orientate(0.5, 0.7));
-  EXPECT_EQ(machdef->getToolDirEx(), Point(0, 0, 1));
+  EXPECT_NEAR_POINT(machdef->getToolDirEx(), Point(0, 0, 1), 0);
 }
 
 TEST(Orientate, OfATableTableMachineWritesTheVerticalToolIntoTheHead) {
   const auto machdef = table_table();
   machdef->flags(kVerticalTool);
   EXPECT_TRUE(machdef->orientate(0.5, 0.7));
-  EXPECT_EQ(machdef->getToolDirEx(), Point(0, 0, 1));
+  EXPECT_NEAR_POINT(machdef->getToolDirEx(), Point(0, 0, 1), 0);
 }
 
 TEST(Orientate, DoesNotNormaliseTheToolDirection) {
@@ -363,9 +363,9 @@ TEST(Orientate, LeavesWorkZeroAndLinearAxes) {
   machdef->xyz_axes()[1] =
       md::CAxis2::create(AXIS_Y, TABLE, Point(4, 5, 6), Point(0, 1, 0), -100, 100, LINEAR);
   machdef->orientate(math::m_pi2, math::m_pi2);
-  EXPECT_EQ(machdef->mwZeroPos(), Point(1, 2, 3));
-  EXPECT_EQ(machdef->xyz_axes()[1]->GetBaseVector(), Point(4, 5, 6));
-  EXPECT_EQ(machdef->xyz_axes()[1]->GetAxisVector(), Point(0, 1, 0));
+  EXPECT_NEAR_POINT(machdef->mwZeroPos(), Point(1, 2, 3), 0);
+  EXPECT_NEAR_POINT(machdef->xyz_axes()[1]->GetBaseVector(), Point(4, 5, 6), 0);
+  EXPECT_NEAR_POINT(machdef->xyz_axes()[1]->GetAxisVector(), Point(0, 1, 0), 0);
 }
 
 TEST(Orientate, ThroughTheFlatFaceTakesPrimaryThenSecondary) {
