@@ -191,7 +191,6 @@ SystemFile SystemFile::open_for_writing(const char* path) {
   struct stat found;
   const bool is_there = ::stat(path, &found) == 0;
   if (!is_there && (errno != ENOENT || *path == '\0')) state->fail("cannot open for writing", errno);
-  if (is_there && S_ISDIR(found.st_mode)) state->fail("cannot open for writing", EISDIR);
 
   if (!is_there || S_ISREG(found.st_mode)) {
     const std::string target = follow_links(path);
@@ -200,6 +199,7 @@ SystemFile SystemFile::open_for_writing(const char* path) {
     return SystemFile(std::move(state));
   }
 
+  // A folder comes this way too, and the system refuses it.
   if (!state->file.open(uninterrupted([&] { return ::open(path, O_WRONLY | O_CLOEXEC | O_NOCTTY); }))) {
     state->fail("cannot open for writing", errno);
   }

@@ -19,6 +19,7 @@
 #include <k5ax/platform/stream.h>
 
 #include "scratch.h"
+#include "system_calls.h"
 
 namespace {
 
@@ -90,6 +91,59 @@ TEST(FailedSave, FullDiskLeavesNoNewFile) {
 
 TEST(FailedSave, FullDeviceSaysSo) {
   EXPECT_EQ(error_of([] { save("/dev/full", "new"); }), "\"/dev/full\": cannot write: " + reason(ENOSPC));
+}
+
+TEST(FailedSave, FailingFlushToDiskLeavesTheOldFile) {
+  const ScratchFolder folder;
+  make_file(folder / "machine", "old");
+  {
+    k5ax_test::SystemCalls calls;
+    calls.flush_error = EIO;
+    EXPECT_THAT(error_of([&] { save(folder / "machine", "new"); }),
+                EndsWith("cannot flush to disk: " + reason(EIO)));
+  }
+  EXPECT_EQ(contents(folder / "machine"), "old");
+  EXPECT_EQ(folder.names(), Names{"machine"});
+}
+
+TEST(FailedSave, FailingCloseLeavesTheOldFile) {
+  const ScratchFolder folder;
+  make_file(folder / "machine", "old");
+  {
+    k5ax_test::SystemCalls calls;
+    calls.close_error = EDQUOT;
+    EXPECT_THAT(error_of([&] { save(folder / "machine", "new"); }),
+                EndsWith("cannot close: " + reason(EDQUOT)));
+  }
+  EXPECT_EQ(contents(folder / "machine"), "old");
+  EXPECT_EQ(folder.names(), Names{"machine"});
+}
+
+TEST(FailedSave, FailingCloseOfADeviceIsReported) {
+  k5ax_test::SystemCalls calls;
+  calls.close_error = EIO;
+  EXPECT_EQ(error_of([] { save("/dev/null", "new"); }), "\"/dev/null\": cannot close: " + reason(EIO));
+}
+
+TEST(FailedSave, SystemWithoutRandomNumbersIsRefused) {
+  const ScratchFolder folder;
+  k5ax_test::SystemCalls calls;
+  calls.random_error = ENOSYS;
+  EXPECT_THAT(error_of([&] { save(folder / "machine", "new"); }), EndsWith(reason(ENOSYS)));
+}
+
+// Somebody who holds the name for ever stops the save, and neither hangs it nor loses his file.
+TEST(FailedSave, NameThatStaysTakenIsRefused) {
+  const ScratchFolder folder;
+  const std::string taken = folder / ".k5ax-0000000000000000.tmp";
+  make_file(taken, "somebody else's");
+  {
+    k5ax_test::SystemCalls calls;
+    calls.zeros_for_random_calls = 1'000'000;
+    EXPECT_THAT(error_of([&] { save(folder / "machine", "new"); }), EndsWith(reason(EEXIST)));
+  }
+  EXPECT_EQ(contents(taken), "somebody else's");
+  EXPECT_EQ(folder.names().size(), 1u);
 }
 
 TEST(FailedSave, FailedWriteIsNotForgottenWhenItWasCaught) {

@@ -13,6 +13,7 @@
 #include <k5ax/platform/stream.h>
 
 #include "scratch.h"
+#include "system_calls.h"
 
 namespace {
 
@@ -65,6 +66,50 @@ TEST(Saving, OldFileStandsUntilTheEnd) {
   }
   EXPECT_TRUE(contents(folder / "machine") == more_than_a_buffer);
   EXPECT_EQ(folder.names(), Names{"machine"});
+}
+
+// A machine that loses its power keeps the old file or the new one, never half a file.
+TEST(Saving, NewFileIsFlushedToDiskBeforeItTakesItsPlace) {
+  const ScratchFolder folder;
+  make_file(folder / "machine", "old");
+  k5ax_test::SystemCalls calls;
+  std::string contents_at_flush;
+  std::string new_contents_at_flush;
+  calls.on_flush = [&] {
+    contents_at_flush = contents(folder / "machine");
+    for (const std::string& name : folder.names()) {
+      if (name != "machine") new_contents_at_flush = contents(folder / name);
+    }
+  };
+  save(folder / "machine", "new");
+  EXPECT_EQ(calls.flushes, 1);
+  EXPECT_EQ(contents_at_flush, "old");
+  EXPECT_EQ(new_contents_at_flush, "new");
+  EXPECT_EQ(contents(folder / "machine"), "new");
+}
+
+TEST(Saving, InterruptedCloseIsNoFailure) {
+  const ScratchFolder folder;
+  {
+    k5ax_test::SystemCalls calls;
+    calls.close_error = EINTR;
+    save(folder / "machine", "new");
+  }
+  EXPECT_EQ(contents(folder / "machine"), "new");
+}
+
+TEST(Saving, NameThatIsTakenIsPassedOver) {
+  const ScratchFolder folder;
+  const std::string taken = folder / ".k5ax-0000000000000000.tmp";
+  make_file(taken, "somebody else's");
+  {
+    k5ax_test::SystemCalls calls;
+    calls.zeros_for_random_calls = 3;
+    save(folder / "machine", "new");
+    EXPECT_EQ(calls.zeros_for_random_calls, 0);
+  }
+  EXPECT_EQ(contents(folder / "machine"), "new");
+  EXPECT_EQ(contents(taken), "somebody else's");
 }
 
 TEST(Saving, ShorterFileLeavesNothingOfALongerOne) {
@@ -259,6 +304,12 @@ TEST(Saving, OtherHardLinkKeepsTheOldContents) {
 TEST(Saving, DeviceIsWrittenAndStaysADevice) {
   EXPECT_NO_THROW(save("/dev/null", "new"));
   EXPECT_TRUE(S_ISCHR(info_of("/dev/null").st_mode));
+}
+
+TEST(Saving, DeviceIsNotFlushedToDisk) {
+  const k5ax_test::SystemCalls calls;
+  save("/dev/null", "new");
+  EXPECT_EQ(calls.flushes, 0);
 }
 
 TEST(Saving, LinkToADeviceIsWrittenThrough) {

@@ -123,7 +123,7 @@ K5AX_API TPoint<double> operator*(const TPoint<double>& point, const Matrix& mat
 ///
 /// @param direction any length (1e200 too) and not necessarily a unit vector; one shorter than 5e-9 has no
 ///                  direction to speak of and gives the identity
-/// @param radians   any finite angle, not wrapped; 0 gives exactly the identity
+/// @param radians   any finite angle, not wrapped; 0 gives exactly the identity, whatever the direction
 /// To turn about a line elsewhere: Translate(-base) * RotateAboutAxis(direction, radians) * Translate(base).
 /// Rotation by Rodrigues' formula.
 K5AX_API Matrix RotateAboutAxis(const TPoint<double>& direction, double radians) noexcept;
