@@ -84,11 +84,12 @@ class K5AX_API FileStream : public Stream {
   /// @param mode a value that is neither of the two is refused with a FileError
   FileStream(const char* path, FILE_MODE mode);
 
-  /// Closes. When writing, this is where the save succeeds or fails: a FileError says that the old file is still
-  /// there. So hold a stream for writing by value; a smart pointer lets no exception out, and ends the program.
+  /// Closes. When writing, this is where the save succeeds or fails: a FileError says that the old file is
+  /// still there. So hold a stream for writing by value; a smart pointer lets no exception out, and ends
+  /// the program.
   ///
-  /// Throws nothing, and leaves the old file, when the stream is destroyed because an exception is on its way, or
-  /// when a Write has failed and said so.
+  /// Throws nothing, and leaves the old file, when the stream is destroyed because an exception is on its
+  /// way, or when a Write has failed and said so.
   ~FileStream() noexcept(false) override;
 
   FILE_MODE Mode() const override;
