@@ -30,7 +30,7 @@ endmacro()
 
 macro(build_and_run_host)
   run(${CMAKE_COMMAND} -S ${CMAKE_CURRENT_LIST_DIR}/host -B ${SCRATCH}/build -G ${GENERATOR}
-    -DCMAKE_BUILD_TYPE=Release -DCMAKE_C_COMPILER=${C_COMPILER} -DCMAKE_CXX_COMPILER=${CXX_COMPILER}
+    -DCMAKE_C_COMPILER=${C_COMPILER} -DCMAKE_CXX_COMPILER=${CXX_COMPILER}
     -DCMAKE_EXPORT_COMPILE_COMMANDS=ON ${ARGN})
   # A host that configures with warnings as errors would stop here.
   if(output MATCHES "Warning")
@@ -74,8 +74,9 @@ file(MAKE_DIRECTORY ${SCRATCH})
 
 if(WAY STREQUAL "find_package")
   install_and_move()
-  build_and_run_host(-DCMAKE_PREFIX_PATH=${SCRATCH}/moved)
+  build_and_run_host(-DCMAKE_PREFIX_PATH=${SCRATCH}/moved -DCMAKE_BUILD_TYPE=Release)
 elseif(WAY STREQUAL "add_subdirectory")
+  # No build type: whatever the host chooses is the library's too, and so is no choice.
   build_and_run_host(-DK5AX_FROM=${SOURCE})
   check_that_nothing_leaks()
 elseif(WAY STREQUAL "other_geometry")
