@@ -3,6 +3,8 @@
 
 #include <cmath>
 
+#include "kinematics/axis_rotation.h"
+
 namespace md {
 
 namespace {
@@ -23,11 +25,10 @@ bool CMachDef::tool_and_part_axis(double a, double b, double c, Geometry::TPoint
   Geometry::TPoint<double> d_part_axis = primary->m_vector;
   if (m_machType == MC_TT) {
     if (secondary != nullptr)
-      d_part_axis =
-          secondary->m_vector * Geometry::RotateAboutAxis(primary->m_vector, -primary->GetAngle(a, b, c));
+      d_part_axis = AxisRotation(*primary, -primary->GetAngle(a, b, c)).turn_direction(secondary->m_vector);
   } else if (m_machType == MC_HT) {
     if (secondary == nullptr) return false;
-    d_tool = d_tool * Geometry::RotateAboutAxis(secondary->m_vector, secondary->GetAngle(a, b, c));
+    d_tool = AxisRotation(*secondary, secondary->GetAngle(a, b, c)).turn_direction(d_tool);
   } else {
     return false;
   }

@@ -4,9 +4,11 @@
 //
 //     T(-b) Rot(v, angle) T(b)  =  the rotation Rot(v, angle) with the translation b - b Rot(v, angle)
 //
-// and of a point p it makes (p - b) Rot(v, angle) + b. The second form costs one rotation an axis and no
-// product of matrices, so single points go that way.
+// and of a point p it makes (p - b) Rot(v, angle) + b, which saves the product of matrices. Where a single vector
+// is to be turned, the matrix is left out as well; see AxisRotation.
 #include <k5ax/kinematics.h>
+
+#include "kinematics/axis_rotation.h"
 
 namespace md {
 
@@ -100,9 +102,7 @@ TPoint<double> CMachDef::Part2MachCoords(TPoint<double> xyz, const TPoint<double
 
   TPoint<double> p_mach = xyz;
   for (const CAxis2* const axis : {m_secondary.get(), m_primary.get()})
-    if (on_table(axis))
-      p_mach =
-          turned_about_line(p_mach, *axis, Geometry::RotateAboutAxis(axis->m_vector, -angle_of(*axis, abc)));
+    if (on_table(axis)) p_mach = AxisRotation(*axis, -angle_of(*axis, abc)).turn_point(p_mach);
   return p_mach;
 }
 

@@ -1,0 +1,72 @@
+// The rotation of one axis about its own line, for a single point or direction.
+#ifndef K5AX_KINEMATICS_AXIS_ROTATION_H
+#define K5AX_KINEMATICS_AXIS_ROTATION_H
+
+#include <k5ax/axes.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace md {
+
+// Rodrigues' formula, with the unit direction u, the base point b and the angle t:
+//
+//     d'  =  d cos t  +  (u x d) sin t  +  u (u . d) (1 - cos t)
+//     p'  =  (p - b)'  +  b
+//
+// The rotation that Geometry::RotateAboutAxis makes a matrix of: where a single vector is to be turned, the
+// matrix is the longer way.
+class AxisRotation {
+ public:
+  AxisRotation(const CAxis2& axis, double angle)
+      : m_base(axis.GetBaseVector()),
+        m_u_axis(axis.GetAxisVector()),
+        m_sin(std::sin(angle)),
+        m_cos(std::cos(angle)) {
+    const double squared_length = math::dot(m_u_axis, m_u_axis);
+    // Written so that what is not a number takes the long way, and comes out as what it is.
+    if (!(std::abs(squared_length - 1) <= kUnitSlack)) normalise();
+  }
+
+  Geometry::TPoint<double> turn_direction(const Geometry::TPoint<double>& d) const {
+    return d * m_cos + math::cross(m_u_axis, d) * m_sin + m_u_axis * (math::dot(m_u_axis, d) * (1 - m_cos));
+  }
+
+  Geometry::TPoint<double> turn_point(const Geometry::TPoint<double>& p) const {
+    return turn_direction(p - m_base) + m_base;
+  }
+
+ private:
+  // A squared length that differs from 1 by the rounding of its own sum: a unit vector as good as any.
+  static constexpr double kUnitSlack = 4 * std::numeric_limits<double>::epsilon();
+
+  static constexpr double kShortest = 5e-9;  // length unit; a shorter direction is noise and points nowhere
+
+  // For a direction of another length. One that is too short has no direction to turn about, and turns
+  // nothing.
+  void normalise();
+
+  Geometry::TPoint<double> m_base;
+  Geometry::TPoint<double> m_u_axis;
+  double m_sin;
+  double m_cos;
+};
+
+inline void AxisRotation::normalise() {
+  // By the largest component first, so that no square overflows.
+  const double largest = std::max({std::abs(m_u_axis.x), std::abs(m_u_axis.y), std::abs(m_u_axis.z)});
+  const Geometry::TPoint<double> scaled(m_u_axis.x / largest, m_u_axis.y / largest, m_u_axis.z / largest);
+  const double scaled_length = math::length(scaled);
+  if (largest == 0 || scaled_length * largest < kShortest) {
+    m_sin = 0.0;
+    m_cos = 1.0;
+    return;
+  }
+  m_u_axis =
+      Geometry::TPoint<double>(scaled.x / scaled_length, scaled.y / scaled_length, scaled.z / scaled_length);
+}
+
+}  // namespace md
+
+#endif
