@@ -108,7 +108,7 @@ TEST(AxisTransform, OfAnAxisWithoutAModeIsTheIdentity) {
 }
 
 TEST(AxisTransform, OfAFreshAxisNodeIsTheIdentity) {
-  EmptyPools pools;
+  empty_pools();
   EXPECT_EQ(components(md::NodeAxis_transform_calc(0, md::NodeAxis_Create(), 1.25)), components(Matrix()));
 }
 

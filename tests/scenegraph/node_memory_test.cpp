@@ -29,7 +29,7 @@ INSTANTIATE_TEST_SUITE_P(Kinds, WithoutMemory,
                          });
 
 TEST_P(WithoutMemory, NodesOfEveryKindCannotBeCreated) {
-  EmptyPools pools;
+  empty_pools();
   const auto ignore = [] {};
   const auto must_fail = [](bool failed) { EXPECT_TRUE(failed); };
   // The node and the count of its holders.
@@ -45,7 +45,7 @@ TEST_P(WithoutMemory, NodesOfEveryKindCannotBeCreated) {
 }
 
 TEST_P(WithoutMemory, NothingIsLostWhenANodeCannotBeCreated) {
-  EmptyPools pools;
+  empty_pools();
   std::size_t before = 0;
   fail_each_allocation(
       GetParam(), [&] { before = bytes_in_use(); }, [] { node::create(); },
@@ -128,7 +128,7 @@ TEST_P(WithoutMemory, DetachingANodeAlwaysWorks) {
 }
 
 TEST_P(WithoutMemory, CloneOfABranchLeavesTheTreeAsItWas) {
-  EmptyPools pools;
+  empty_pools();
   std::unique_ptr<SmallTree> t;
   EXPECT_GE(fail_each_allocation(
                 GetParam(), [&] { t = std::make_unique<SmallTree>(); }, [&] { node::node_clone(t->a); },
@@ -141,7 +141,7 @@ TEST_P(WithoutMemory, CloneOfABranchLeavesTheTreeAsItWas) {
 }
 
 TEST_P(WithoutMemory, CloneLosesNothing) {
-  EmptyPools pools;
+  empty_pools();
   SmallTree t;
   std::size_t before = 0;
   fail_each_allocation(
@@ -239,7 +239,7 @@ TEST_P(WithoutMemory, TreeOfAnyDepthAndWidthIsReleased) {
 }
 
 TEST(MemoryMeter, SeesTheLibrarysAllocations) {
-  EmptyPools pools;
+  empty_pools();
   const std::size_t before = bytes_in_use();
   const NodePtr n = node::create();
   EXPECT_GE(bytes_in_use(), before + sizeof(node));

@@ -8,38 +8,38 @@ using namespace k5ax_test;
 using md::sg::node;
 
 TEST(FreshNode, HasIdZero) {
-  EmptyPools pools;
+  empty_pools();
   EXPECT_EQ(node::create()->id(), 0);
 }
 
 TEST(FreshNode, HasValueZero) {
-  EmptyPools pools;
+  empty_pools();
   EXPECT_EQ(node::create()->value(), 0.0);
 }
 
 TEST(FreshNode, HasFlagsZero) {
-  EmptyPools pools;
+  empty_pools();
   EXPECT_EQ(node::create()->flags(), 0u);
 }
 
 TEST(FreshNode, HasTheIdentity) {
-  EmptyPools pools;
+  empty_pools();
   const std::array<double, 12> identity = {1, 0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0};
   EXPECT_EQ(components(node::create()->transform()), identity);
 }
 
 TEST(FreshNode, HasNoChildren) {
-  EmptyPools pools;
+  empty_pools();
   EXPECT_TRUE(node::create()->children().empty());
 }
 
 TEST(FreshNode, HasNoParent) {
-  EmptyPools pools;
+  empty_pools();
   EXPECT_FALSE(node::create()->parent());
 }
 
 TEST(FreshNode, KnowsTheSharedPointerThatOwnsIt) {
-  EmptyPools pools;
+  empty_pools();
   const NodePtr n = node::create();
   EXPECT_EQ(n->shared_from_this(), n);
 }
@@ -148,7 +148,7 @@ TEST(NodePool, ParkedNodeStaysAlive) {
 }
 
 TEST(NodePool, NodeThatIsOnlyDroppedIsDestroyedAndNotParked) {
-  EmptyPools pools;
+  empty_pools();
   NodePtr n = node::create();
   n->id(77);
   const boost::weak_ptr<node> watch = n;

@@ -17,6 +17,7 @@
 
 #include <k5ax/scenegraph.h>
 
+#include "scenegraph/pools.h"
 #include "support/near.h"
 
 namespace k5ax_test {
@@ -26,25 +27,6 @@ using Geometry::TPoint;
 using NodePtr = boost::shared_ptr<md::sg::node>;
 using AxisNodePtr = boost::shared_ptr<md::sg::tnode<md::CAxis2>>;
 using ToolNodePtr = boost::shared_ptr<md::sg::tnode<angled_head>>;
-
-// More nodes than any test leaves in a pool.
-constexpr int kMoreThanParked = 1000;
-
-// Holds whatever was parked in the three node pools while it lives, and then destroys it: what is created
-// meanwhile is fresh.
-class EmptyPools {
- public:
-  EmptyPools() {
-    for (int i = 0; i < kMoreThanParked; ++i) {
-      m_nodes.push_back(md::sg::node::create());
-      m_nodes.push_back(md::NodeAxis_Create());
-      m_nodes.push_back(md::TOOL_NODE_Create());
-    }
-  }
-
- private:
-  std::vector<NodePtr> m_nodes;
-};
 
 // A node with this id and nothing else, wherever it came from.
 inline NodePtr make_node(int id) {

@@ -18,7 +18,7 @@ md::CMachDef* owner(std::size_t number) {
 }  // namespace
 
 TEST(FreshAxisNode, HasTheNodePartOfAFreshNode) {
-  EmptyPools pools;
+  empty_pools();
   const AxisNodePtr n = md::NodeAxis_Create();
   EXPECT_EQ(n->id(), 0);
   EXPECT_EQ(n->value(), 0);
@@ -29,7 +29,7 @@ TEST(FreshAxisNode, HasTheNodePartOfAFreshNode) {
 }
 
 TEST(FreshAxisNode, HasTypeLocationAndModeMinusOne) {
-  EmptyPools pools;
+  empty_pools();
   const AxisNodePtr n = md::NodeAxis_Create();
   EXPECT_EQ(n->GetAxis(), AXIS_TYPE_INVALID_LOWEST);
   EXPECT_EQ(n->GetAxisLocation(), AXIS_LOCATION_INVALID_LOWEST);
@@ -37,12 +37,12 @@ TEST(FreshAxisNode, HasTypeLocationAndModeMinusOne) {
 }
 
 TEST(FreshAxisNode, HasItsBasePointAtTheOrigin) {
-  EmptyPools pools;
+  empty_pools();
   EXPECT_EQ(md::NodeAxis_Create()->GetBaseVector(), (TPoint<double>(0, 0, 0)));
 }
 
 TEST(FreshAxisNode, HasZeroDirectionLimitsAndOwner) {
-  EmptyPools pools;
+  empty_pools();
   const AxisNodePtr n = md::NodeAxis_Create();
   EXPECT_EQ(n->GetAxisVector(), (TPoint<double>(0, 0, 0)));
   EXPECT_EQ(n->GetMin(), 0);
@@ -51,14 +51,14 @@ TEST(FreshAxisNode, HasZeroDirectionLimitsAndOwner) {
 }
 
 TEST(FreshAxisNode, KnowsTheSharedPointerThatOwnsIt) {
-  EmptyPools pools;
+  empty_pools();
   const AxisNodePtr n = md::NodeAxis_Create();
   EXPECT_EQ(n->shared_from_this(), n);
 }
 
 // Deliberate: not the straight head of k5ax_angled_head_initialise, whose two directions are unit vectors.
 TEST(FreshToolNode, HasAHeadOfZeroBytes) {
-  EmptyPools pools;
+  empty_pools();
   const ToolNodePtr n = md::TOOL_NODE_Create();
   const unsigned char zeros[136] = {};
   static_assert(sizeof(angled_head) == sizeof zeros, "the record as files hold it");
@@ -66,7 +66,7 @@ TEST(FreshToolNode, HasAHeadOfZeroBytes) {
 }
 
 TEST(FreshToolNode, HasTheNodePartOfAFreshNode) {
-  EmptyPools pools;
+  empty_pools();
   const ToolNodePtr n = md::TOOL_NODE_Create();
   EXPECT_EQ(n->id(), 0);
   EXPECT_EQ(n->value(), 0);
@@ -77,7 +77,7 @@ TEST(FreshToolNode, HasTheNodePartOfAFreshNode) {
 }
 
 TEST(FreshToolNode, KnowsTheSharedPointerThatOwnsIt) {
-  EmptyPools pools;
+  empty_pools();
   const ToolNodePtr n = md::TOOL_NODE_Create();
   EXPECT_EQ(n->shared_from_this(), n);
 }
@@ -266,7 +266,7 @@ TEST(AxisNodeClone, HasTheSevenFieldsOfTheAxis) {
 }
 
 TEST(AxisNodeClone, FromAFreshNodeHasNoOwner) {
-  EmptyPools pools;
+  empty_pools();
   const AxisNodePtr n = make_axis_node(1, AXIS_X, LINEAR, {0, 0, 0}, {1, 0, 0});
   n->machdef(owner(1));
   const NodePtr copy = n->shallow_clone();

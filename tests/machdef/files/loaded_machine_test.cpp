@@ -7,6 +7,7 @@
 
 #include "machdef/files/memory_stream.h"
 #include "machdef/files/rich_machine.h"
+#include "scenegraph/pools.h"
 #include "support/near.h"
 
 using namespace k5ax_test;
@@ -343,8 +344,7 @@ TEST(LoadRules, ValuesAreAskedForOneByOneAndTwoKindsOfBlock) {
 }
 
 TEST(LoadAxes, FromAFreshAxisHaveNoOwner) {
-  std::vector<boost::shared_ptr<md::CAxis2>> held;
-  for (int i = 0; i < 1000; ++i) held.push_back(md::CAxis2::create());  // whatever was parked
+  empty_pools();
   CMachDef machine;
   load(machine, rich_record());
   EXPECT_EQ(machine.getPrimary()->machdef(), nullptr);
