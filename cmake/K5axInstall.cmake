@@ -1,5 +1,5 @@
-# Installs the library, its headers, the CMake package and the pkg-config file. Nothing in them holds an absolute
-# path, so an installed tree may be moved.
+# Installs the library, its headers, the CMake package and the pkg-config file. Nothing in them holds an
+# absolute path, so an installed tree may be moved.
 
 include_guard(GLOBAL)
 include(CMakePackageConfigHelpers)

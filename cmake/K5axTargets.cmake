@@ -1,5 +1,5 @@
-# What our own targets are built with. Everything here is private to the target it is called for: nothing reaches
-# a host through k5ax::k5ax.
+# What our own targets are built with. Everything here is private to the target it is called for: nothing
+# reaches a host through k5ax::k5ax.
 
 include_guard(GLOBAL)
 include(CheckIPOSupported)
@@ -7,7 +7,8 @@ include(CheckIPOSupported)
 option(K5AX_WERROR "Treat warnings in k5ax's own sources as errors" OFF)
 set(K5AX_SANITIZE "" CACHE STRING "Sanitizers for k5ax's own targets, a list such as address;undefined")
 
-# Inside another project the warnings are that project's business: it asked for a library, not for our opinion.
+# Inside another project the warnings are that project's business: it asked for a library, not for our
+# opinion.
 option(K5AX_WARNINGS "Compile k5ax's own sources with its full set of warnings" ${PROJECT_IS_TOP_LEVEL})
 mark_as_advanced(K5AX_WARNINGS)
 
@@ -21,8 +22,8 @@ set(K5AX_C_WARNINGS
 set(K5AX_GCC_WARNINGS
   -Wduplicated-cond -Wduplicated-branches -Wlogical-op)
 
-# Warnings, sanitizers and arithmetic as written (no contraction to fused operations: the same source gives the same
-# figures on every machine and under every compiler).
+# Warnings, sanitizers and arithmetic as written (no contraction to fused operations: the same source gives
+# the same figures on every machine and under every compiler).
 function(k5ax_target_defaults target)
   target_compile_options(${target} PRIVATE -ffp-contract=off)
   if(K5AX_WARNINGS)
@@ -54,13 +55,14 @@ function(k5ax_library_defaults target)
     C_VISIBILITY_PRESET hidden
     VISIBILITY_INLINES_HIDDEN ON)
   target_compile_definitions(${target} PRIVATE K5AX_BUILDING_LIBRARY)
-  # Nobody replaces a function of ours at load time, so calls inside the library need no detour (clang assumes that
-  # anyway).
+  # Nobody replaces a function of ours at load time, so calls inside the library need no detour (clang assumes
+  # that anyway).
   target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-fno-semantic-interposition>)
   k5ax_target_ipo(${target})
 endfunction()
 
-# Interprocedural optimisation in release builds. The per-position arithmetic is small functions in several files.
+# Interprocedural optimisation in release builds. The per-position arithmetic is small functions in several
+# files.
 function(k5ax_target_ipo target)
   if(NOT DEFINED CACHE{K5AX_IPO_SUPPORTED})
     check_ipo_supported(RESULT supported LANGUAGES CXX)

@@ -1,4 +1,5 @@
-# What the scripts of this folder share: messages, installing what is missing, building a preset. Sourced, not run.
+# What the scripts of this folder share: messages, installing what is missing, building a preset. Sourced, not
+# run.
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 jobs=${CMAKE_BUILD_PARALLEL_LEVEL:-$(nproc)}
@@ -18,8 +19,8 @@ _is_here() {
   esac
 }
 
-# need PACKAGE=PROBE...: installs, through apt-get, the packages whose command or header is not here. Without g++ no
-# header is found, so on a bare machine the list is simply all of it.
+# need PACKAGE=PROBE...: installs, through apt-get, the packages whose command or header is not here. Without
+# g++ no header is found, so on a bare machine the list is simply all of it.
 need() {
   local item missing=()
   for item in "$@"; do
@@ -45,8 +46,8 @@ need() {
   done
 }
 
-# quietly MESSAGE COMMAND...: runs the command with its output kept back, and shows that only when it fails, without the
-# lines of progress.
+# quietly MESSAGE COMMAND...: runs the command with its output kept back, and shows that only when it fails,
+# without the lines of progress.
 quietly() {
   local message=$1 log
   shift

@@ -3,7 +3,8 @@ cmake_minimum_required(VERSION 3.23)
 
 # Runs a command, shows what it printed and stops the test when it fails; the output is left in `output`.
 macro(run)
-  execute_process(COMMAND ${ARGN} WORKING_DIRECTORY ${SCRATCH} RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE output)
+  execute_process(COMMAND ${ARGN} WORKING_DIRECTORY ${SCRATCH}
+    RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE output)
   if(NOT result EQUAL 0)
     message(FATAL_ERROR "${ARGN}\n${output}\nended with ${result}")
   endif()

@@ -1,5 +1,5 @@
-// Compares doubles, points, matrices and arrays with a tolerance and says which component is off: index, both values,
-// the difference. A NaN on either side is a failure.
+// Compares doubles, points, matrices and arrays with a tolerance and says which component is off: index, both
+// values, the difference. A NaN on either side is a failure.
 #ifndef K5AX_TESTS_SUPPORT_NEAR_H
 #define K5AX_TESTS_SUPPORT_NEAR_H
 

@@ -1,5 +1,5 @@
-// The comparing helpers fail when they should and say where: a helper that always agrees would make every test with it
-// worthless.
+// The comparing helpers fail when they should and say where: a helper that always agrees would make every
+// test with it worthless.
 #include "support/near.h"
 
 #include <cmath>
