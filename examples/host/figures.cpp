@@ -26,7 +26,10 @@ std::vector<RoundTrip> round_trips(const Figures& f, const char* length_unit, do
       {"X, Y, Z read back", f.read_back_xyz, length_unit, length_tolerance},
       {"A, B, C read back", f.read_back_abc, "rad", tolerance},
       {"axis states restored", f.states, length_unit, length_tolerance}};
-  if (f.has_rotary_axis) trips.push_back({"wrapped and turned back", f.wrap, length_unit, length_tolerance});
+  if (f.has_rotary_axis) {
+    trips.push_back({"wrapped into the half-plane", f.wrap, length_unit, length_tolerance});
+    trips.push_back({"wrapped and turned back", f.wrap_back, length_unit, length_tolerance});
+  }
   return trips;
 }
 

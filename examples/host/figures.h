@@ -61,7 +61,8 @@ struct Figures {
   Worst read_back_xyz;   // length: machine coordinates out of the trees, against those put in
   Worst read_back_abc;   // angle
   Worst states;          // of any element of a transform: after the axis states were taken and restored
-  Worst wrap;            // length: wrapped about the rotary axis and turned back
+  Worst wrap;            // length: wrapped about the rotary axis, against its place in the half-plane
+  Worst wrap_back;       // length: wrapped, and turned back by the rotary value
   int not_wrapped = 0;   // positions on the very reference, where rounding leaves no angle
   bool has_rotary_axis = false;
 

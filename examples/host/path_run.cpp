@@ -19,6 +19,8 @@ double distance(const Point& p, const Point& q) {
   return std::sqrt(d.x * d.x + d.y * d.y + d.z * d.z);
 }
 
+double dot(const Point& p, const Point& q) { return p.x * q.x + p.y * q.y + p.z * q.z; }
+
 double largest_difference(const Geometry::Matrix& one, const Geometry::Matrix& other) {
   std::array<double, 12> a = {};
   std::array<double, 12> b = {};
@@ -123,20 +125,29 @@ void wrap_path(const md::CMachDef& machine, const std::vector<Position>& path, F
   figures.has_rotary_axis = axis != nullptr;
   if (!axis) return;
 
+  // The half-plane of +X; of +Y where X is the axis itself. Only a reference across the axis is met exactly.
+  const Point u_axis = axis->GetAxisVector();
+  const int ref_axis = axis->GetAxis() == AXIS_A ? 1 : 0;
+  const Point u_ref = ref_axis == 1 ? CUtility::pt_y : CUtility::pt_x;
+
   for (const Position& position : path) {
     // The part's own frame is the machine's frame at rotary values 0.
     Point p_wrapped;
     Point abc;
     double radius = 0;
-    md::Cartesian2AxialRotaryVals(&machine, position.p_part, Point(), 0, 1, p_wrapped, abc, radius);
+    md::Cartesian2AxialRotaryVals(&machine, position.p_part, Point(), ref_axis, 1, p_wrapped, abc, radius);
 
+    const Point p_foot = u_axis * dot(position.p_part, u_axis);
+    const Point radial = position.p_part - p_foot;
     const double angle = md::CAxis2::GetAngle(axis, abc.x, abc.y, abc.z);
-    if (std::isnan(angle)) {
-      ++figures.not_wrapped;
+    if (std::isnan(angle) && std::abs(dot(radial, u_ref)) >= (1 - 1e-14) * radius) {
+      ++figures.not_wrapped;  // rounding takes the cosine past 1 there, and leaves no angle
       continue;
     }
-    const Point p_back = p_wrapped * Geometry::RotateAboutAxis(axis->GetAxisVector(), angle);
-    figures.wrap.take(distance(p_back, position.p_part), position.line);
+    const Point p_back = p_wrapped * Geometry::RotateAboutAxis(u_axis, angle);
+    figures.wrap_back.take(distance(p_back, position.p_part), position.line);
+    if (axis->is_orthogonal())
+      figures.wrap.take(distance(p_wrapped, p_foot + u_ref * distance(radial, Point())), position.line);
   }
 }
 

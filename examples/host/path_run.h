@@ -24,8 +24,8 @@ void drive_scene(md::CMachDef& machine, Scene& scene, const std::vector<Position
 void exchange_states(md::CMachDef& machine, Scene& scene, const std::vector<Position>& path,
                      const std::vector<Point>& machine_points, Figures& figures);
 
-// Wraps each position about the machine's rotary axis into the half-plane of +X, and turns it back by the rotary
-// value that came out.
+// Wraps each position about the machine's rotary axis into a half-plane, compares it with where its distance from the
+// axis puts it there, and turns it back by the rotary value that came out.
 void wrap_path(const md::CMachDef& machine, const std::vector<Position>& path, Figures& figures);
 
 // Does the work of a position again and again, without comparing anything, and takes the time.
