@@ -23,7 +23,7 @@ using vector_form::point;
 using vector_form::vec;
 using vector_form::Vec;
 
-constexpr int kMachines = 2000;
+constexpr int kMachines = 1500;
 
 // Four turns about lines at most: lengths below 2100, 120 operations rounding by eps / 2 of that.
 constexpr double kLength = 4e-11;

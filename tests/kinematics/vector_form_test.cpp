@@ -24,7 +24,7 @@ using vector_form::Machine;
 using vector_form::point;
 using vector_form::Vec;
 
-constexpr int kMachines = 10000;
+constexpr int kMachines = 5000;
 
 // A turn about a line is a subtraction, nine products, six sums and an addition; two turns follow one
 // another, in both formulations. Lengths stay below 2 (sqrt(3) 300 + sqrt(3) 300) = 2100, and each of about
