@@ -1,5 +1,4 @@
 // What happens to axes and to the pool when memory runs out.
-#include <cstdlib>
 #include <new>
 
 #include <boost/shared_ptr.hpp>
@@ -9,59 +8,25 @@
 #include <k5ax/axes.h>
 
 #include "axes/axis_support.h"
-
-namespace {
-
-// Counts what goes through operator new, and refuses one call on demand. The library allocates through this
-// too.
-int allocations_until_refusal = -1;  // negative: never
-long live_blocks = 0;
-
-void* allocate(std::size_t size) {
-  if (allocations_until_refusal == 0) {
-    allocations_until_refusal = -1;
-    throw std::bad_alloc();
-  }
-  if (allocations_until_refusal > 0) --allocations_until_refusal;
-  void* const block = std::malloc(size != 0 ? size : 1);
-  if (block == nullptr) throw std::bad_alloc();
-  ++live_blocks;
-  return block;
-}
-
-void release(void* block) {
-  if (block == nullptr) return;
-  --live_blocks;
-  std::free(block);
-}
-
-}  // namespace
-
-void* operator new(std::size_t size) { return allocate(size); }
-void* operator new[](std::size_t size) { return allocate(size); }
-void operator delete(void* block) noexcept { release(block); }
-void operator delete[](void* block) noexcept { release(block); }
-void operator delete(void* block, std::size_t) noexcept { release(block); }
-void operator delete[](void* block, std::size_t) noexcept { release(block); }
+#include "scenegraph/memory_shortage.h"
 
 namespace {
 
 using k5ax_test::AxisPool;
+using k5ax_test::bytes_in_use;
+using k5ax_test::MemoryShortage;
 using md::CAxis2;
 
-// Calls `work` so that its allocation number `refused` (from 0) fails, and answers whether bad_alloc came
-// out.
+// Runs `work` while its allocation number `refused` (from 0) fails, and answers whether bad_alloc came out.
 template <class Work>
-bool runs_out_of_memory(int refused, Work work) {
-  bool out = false;
-  allocations_until_refusal = refused;
+bool runs_out_of_memory(long refused, Work work) {
+  const MemoryShortage shortage(refused, MemoryShortage::kOnce);
   try {
     work();
   } catch (const std::bad_alloc&) {
-    out = true;
+    return true;
   }
-  allocations_until_refusal = -1;
-  return out;
+  return false;
 }
 
 TEST(AxisWithoutMemory, CannotBeCreated) {
@@ -71,10 +36,10 @@ TEST(AxisWithoutMemory, CannotBeCreated) {
 
 TEST(AxisWithoutMemory, IsDeletedAgainWhenItsSharedPointerCannotBeMade) {
   AxisPool::drain();
-  const long blocks_before = live_blocks;
+  const std::size_t before = bytes_in_use();
   const bool out = runs_out_of_memory(1, [] { CAxis2::create(); });
-  EXPECT_TRUE(out);  // the axis is the first block, the pointer's count the second
-  EXPECT_EQ(live_blocks, blocks_before);
+  EXPECT_TRUE(out);  // the axis is the first block, the count of its holders the second
+  EXPECT_EQ(bytes_in_use(), before);
 }
 
 TEST(AxisWithoutMemory, StaysWithItsHolderWhenItCannotBeParked) {
