@@ -115,8 +115,9 @@ TEST(FlatCloneOfParts, OnlyResetsAtZero) {
   EXPECT_FALSE(target->SG()[0]);
 }
 
-TEST(FlatMachineFlags, AreReadAndReplaced) {
+TEST(FlatMachineFlags, AreReadAndReplacedAsAWhole) {
   CMachDef machdef;
+  machdef.flags(0xFF00FFFFu);
   k5axCMachDef_flags_set(&machdef, 0xCAFEu);
   EXPECT_EQ(machdef.flags(), 0xCAFEu);
   machdef.flags(0xF0u);

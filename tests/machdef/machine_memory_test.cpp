@@ -1,0 +1,147 @@
+// Machines when memory runs out: nothing is lost, nothing is given back twice, and the machine can go on.
+#include <memory>
+#include <new>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include <k5ax/machdef.h>
+
+#include "axes/axis_support.h"
+#include "machdef/machine_support.h"
+#include "scenegraph/memory_shortage.h"
+#include "scenegraph/pools.h"
+
+namespace {
+
+using k5ax_test::axes_of;
+using k5ax_test::AxisPool;
+using k5ax_test::AxisPtr;
+using k5ax_test::bytes_in_use;
+using k5ax_test::empty_pools;
+using k5ax_test::fail_each_allocation;
+using k5ax_test::full_machine;
+using k5ax_test::HandedOut;
+using k5ax_test::listed_machine;
+using k5ax_test::MemoryShortage;
+using k5ax_test::NodePtr;
+using k5ax_test::nodes_of;
+using k5ax_test::times_in;
+using md::CMachDef;
+
+TEST(DyingMachineWithoutMemory, DestroysWhatCannotBeParked) {
+  empty_pools();
+  const std::size_t before = bytes_in_use();
+  auto machdef = listed_machine();
+  empty_pools();  // what the machine was cloned from
+  ASSERT_GT(bytes_in_use(), before);
+
+  {
+    const MemoryShortage shortage(0, MemoryShortage::kLasting);
+    machdef.reset();
+    EXPECT_TRUE(MemoryShortage::struck());
+  }
+
+  EXPECT_EQ(bytes_in_use(), before);
+}
+
+TEST(DyingMachineWithoutMemory, ParksOrDestroysEachPartWhereverItStrikes) {
+  std::unique_ptr<CMachDef> machdef;
+  empty_pools();
+  const std::size_t before = bytes_in_use();
+  int failures = 0;
+  fail_each_allocation(
+      MemoryShortage::kLasting,
+      [&machdef] {
+        machdef = listed_machine();
+        empty_pools();
+      },
+      [&machdef] { machdef.reset(); },
+      [&](bool thrown) {
+        EXPECT_FALSE(thrown);  // a destructor that throws ends the program
+        empty_pools();
+        EXPECT_EQ(bytes_in_use(), before);
+        ++failures;
+      });
+  EXPECT_EQ(failures, 5 + 8);  // a place in a pool for each axis and each node
+}
+
+TEST(ResetWithoutMemory, IsFinishedByTheNextOne) {
+  std::unique_ptr<CMachDef> machdef;
+  std::vector<NodePtr> nodes;
+  std::vector<AxisPtr> axes;
+  int failures = 0;
+  fail_each_allocation(
+      MemoryShortage::kOnce,
+      [&] {
+        nodes.clear();
+        axes.clear();
+        empty_pools();
+        machdef = listed_machine();
+        nodes = nodes_of(*machdef);
+        axes = axes_of(*machdef);
+        empty_pools();
+      },
+      [&machdef] { machdef->reset(); },
+      [&](bool thrown) {
+        EXPECT_TRUE(thrown);
+        machdef->reset();
+
+        for (const AxisPtr& axis : axes_of(*machdef)) EXPECT_FALSE(axis);
+        EXPECT_FALSE(machdef->SG()[0]);
+        EXPECT_EQ(AxisPool::size(), axes.size());
+        const HandedOut handed_out;
+        for (const NodePtr& n : nodes)
+          EXPECT_EQ(
+              times_in(handed_out.plain, n) + times_in(handed_out.axis, n) + times_in(handed_out.tool, n), 1);
+        EXPECT_EQ(nodes.size(), k5ax_test::kSceneNodes);
+        ++failures;
+      });
+  EXPECT_EQ(failures, 5 + 8);
+}
+
+TEST(CloneWithoutMemory, IsGoodWhenItIsMadeAgain) {
+  const auto source = full_machine();
+  const std::vector<unsigned char> expected = k5ax_test::written(*source);
+  std::unique_ptr<CMachDef> target;
+  int failures = 0;
+  fail_each_allocation(
+      MemoryShortage::kOnce,
+      [&target] {
+        target.reset(new CMachDef);
+        empty_pools();
+      },
+      [&] { target->clone(*source, 3); },
+      [&](bool thrown) {
+        EXPECT_TRUE(thrown);
+        EXPECT_EQ(k5ax_test::written(*source), expected);
+        target->clone(*source, 3);
+        EXPECT_EQ(k5ax_test::written(*target), expected);
+        ++failures;
+      });
+  EXPECT_EQ(k5ax_test::written(*target), expected);
+  EXPECT_GE(failures, 2 * (5 + 8));  // each axis and each node, and the count of its holders
+}
+
+TEST(CloneWithoutMemory, LosesNothing) {
+  const auto source = full_machine();
+  std::unique_ptr<CMachDef> target(new CMachDef);
+  empty_pools();
+  const std::size_t before = bytes_in_use();
+  int failures = 0;
+  fail_each_allocation(
+      MemoryShortage::kLasting,
+      [&] {
+        target.reset(new CMachDef);
+        empty_pools();
+        EXPECT_EQ(bytes_in_use(), before);
+      },
+      [&] { target->clone(*source, 3); },
+      [&](bool thrown) {
+        EXPECT_TRUE(thrown);
+        ++failures;
+      });
+  EXPECT_GE(failures, 2 * (5 + 8));
+}
+
+}  // namespace
