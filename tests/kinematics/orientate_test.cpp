@@ -340,6 +340,17 @@ TEST(Orientate, TurnsTheAxisObjectThatOthersHoldToo) {
   EXPECT_NEAR_POINT(held_elsewhere->GetAxisVector(), Point(0, -1, 0), kHandTolerance);
 }
 
+// Everything is turned on copies and written back, the secondary last.
+TEST(Orientate, LeavesAnAxisInBothRolesAsTheSecondaryWasTurned) {
+  const boost::shared_ptr<md::CAxis2> axis = rotary_axis(AXIS_C, HEAD, Point(0, 0, 1), Point(1, 2, 3));
+  const auto machdef = make_machine(MC_HH, axis, axis);
+  machdef->orientate(math::m_pi2, math::m_pi2);
+  // The primary's base point is turned once, the secondary's twice.
+  EXPECT_NEAR_POINT(axis->GetBaseVector(), Point(-1, -2, 3), kHandTolerance);
+  // A machine gives both its axes back, and one axis must not be given back twice.
+  machdef->setSecondary(no_axis());
+}
+
 TEST(Orientate, LeavesTheRestOfTheHead) {
   const auto machdef = head_head();
   const double lengths[] = {100, 50};

@@ -164,6 +164,26 @@ TEST(StateExchangeByRoots, WorksOnAMachineThatWasNotCloned) {
   EXPECT_EQ(machdef.SG()[1]->value(), 25);
 }
 
+TEST(StateExchangeByRoots, TakesATreeThatStandsInBothPlaces) {
+  md::CMachDef machdef;
+  machdef.SG()[0] = machdef.SG()[1] = linear_node(1, AXIS_X, kX, 0, 10);
+  EXPECT_EQ(md::CMachDef_IdAxisState_get(machdef).size(), 1u);
+  md::CMachDef_IdAxisState_set(machdef, {{1, state(1, 0, 25)}});
+  EXPECT_EQ(machdef.SG()[0]->value(), 25);
+}
+
+TEST(StateExchangeOfBranches, TakesTheNodesInTheOrderOfTheWalk) {
+  // Depth first: the grandchild on the first branch comes before the second branch.
+  const NodePtr root = plain_node(0);
+  const NodePtr branch = plain_node(0);
+  root->add_child(branch);
+  root->add_child(linear_node(5, AXIS_X, kX, 0, 20));
+  branch->add_child(linear_node(5, AXIS_X, kX, 0, 10));
+  SceneMachine m(root);
+  EXPECT_EQ(md::CMachDef_IdAxisState_get(m.machdef()).at(5).value, 10);
+  EXPECT_EQ(CMachDef_Axis_Position_Get(&m.machdef(), 5), 10);
+}
+
 class FlatStates : public StateExchange {
  protected:
   int set(const std::vector<node_state>& records) {

@@ -3,6 +3,7 @@
 #include <k5ax/kinematics.h>
 
 #include <cmath>
+#include <limits>
 
 #include <gtest/gtest.h>
 
@@ -249,7 +250,7 @@ TEST_F(Update, GivesARotaryOfALinearLetterTheLengthAsItsAngle) {
 }
 
 TEST_F(Update, SkipsARotaryOfAnyOtherLetter) {
-  for (const int letter : {-1, 6, 7, 99}) {
+  for (const int letter : {std::numeric_limits<int>::min(), -1, 6, 7, std::numeric_limits<int>::max()}) {
     for (const AXIS_LOCATION location : {HEAD, TABLE}) {
       const NodePtr rotary = rotary_node(5, static_cast<AXIS_TYPE>(letter), location, kZ, Point(), 0.7);
       SceneMachine m(chain({linear_node(1, AXIS_X, kX), linear_node(2, AXIS_Y, kY),
@@ -319,6 +320,13 @@ TEST_F(Update, SkipsAPlainNodeInPlaceOfARotary) {
   EXPECT_TRUE(m.update(Point(10, 20, 30), Point(0.1, 0.2, 0.3)));
   EXPECT_EQ(other->value(), 0);
   EXPECT_NEAR_MATRIX(other->transform(), Geometry::Translate(Point(1, 2, 3)), 0);
+}
+
+TEST_F(Update, WritesANodeThatStandsForBothRotaries) {
+  const NodePtr c = rotary_node(5, AXIS_C, TABLE, kZ);
+  SceneMachine m(chain({x, y, z, tool}), c, c, c);
+  EXPECT_TRUE(m.update(Point(10, 20, 30), Point(0.1, 0.2, 0.3)));
+  EXPECT_EQ(m.value(c), 0.3);
 }
 
 TEST_F(Update, DoesNotLookAtLimits) {
@@ -444,6 +452,17 @@ TEST_F(Update, ZeroesADrivenLinearAxisOfARotaryLetterAndDoesNotWriteIt) {
   EXPECT_TRUE(m.update(Point(10, 20, 30), Point(0.1, 0.2, 0.3)));
   EXPECT_EQ(m.value(odd), 0);
   EXPECT_EQ(m.value(y), 20);
+}
+
+// Any integer may stand in the letter.
+TEST_F(Update, ZeroesADrivenLinearAxisOfAnyOtherLetter) {
+  for (const int letter : {-1, 6, std::numeric_limits<int>::max()}) {
+    const NodePtr odd = linear_node(11, static_cast<AXIS_TYPE>(letter), kY, kDriven, 50);
+    SceneMachine m(chain({linear_node(1, AXIS_X, kX), linear_node(2, AXIS_Y, kY), linear_node(3, AXIS_Z, kZ),
+                          odd, tool_node(4)}));
+    EXPECT_TRUE(m.update(Point(10, 20, 30))) << letter;
+    EXPECT_EQ(m.value(odd), 0) << letter;
+  }
 }
 
 TEST_F(Update, LeavesADrivenAxisNodeThatIsNeitherLinearNorRotary) {

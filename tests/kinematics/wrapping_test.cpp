@@ -185,6 +185,15 @@ TEST(Wrapping, TheLengthOfTheAxisDirectionHasNoSay) {
   EXPECT_NEAR(result.radius, 3, kHandTolerance);
 }
 
+// The pose is taken on a clone, and a clone's axes have directions of length 1: one too short for that
+// becomes Z.
+TEST(Wrapping, AnAxisDirectionShorterThan5e9IsTakenAsZ) {
+  const auto machdef = about_x();
+  machdef->getPrimary()->SetAxisVector(Point(4e-9, 0, 0));
+  const Result result = wrap(machdef.get(), Point(2, 0, 5), Point(), 1, 1);
+  EXPECT_NEAR_POINT(result.point, Point(0, 2, 5), kHandTolerance);
+}
+
 TEST(Wrapping, APointOnTheAxisStaysAsItIs) {
   const Result result = wrap(about_x().get(), Point(5, 0, 0), Point(40, 41, 42), 1, 1);
   EXPECT_NEAR_POINT(result.point, Point(5, 0, 0), 0);

@@ -105,6 +105,8 @@ inline vector_form::Axis random_axis(Random& random) {
   axis.base = random.position(kRandomSize);
   axis.direction = random.machine_direction();
   if (random.one_in(8)) axis.direction = axis.direction * random.between(0.2, 5);
+  // Too short to be a direction, or none at all.
+  if (random.one_in(20)) axis.direction = axis.direction * (random.one_in(2) ? 1e-9 : 0);
   return axis;
 }
 

@@ -191,6 +191,14 @@ inline Axis part_axis(const Machine& m) {
   return m.type == MC_HT || m.type == MC_HH ? m.primary : Axis();
 }
 
+// The direction of that axis at the pose abc. The pose is taken on a copy of the machine, and copying an axis
+// makes its direction one of length 1.
+inline Vec wrapping_axis(Machine m, const Vec& abc) {
+  m.primary.direction = safe_unit(m.primary.direction);
+  m.secondary.direction = safe_unit(m.secondary.direction);
+  return part_axis(oriented(m, angle_of(m.primary, abc), angle_of(m.secondary, abc))).direction;
+}
+
 struct Wrapped {
   Vec point;
   Vec rotary;
@@ -203,9 +211,8 @@ inline Wrapped wrapped(const Machine& m, const Vec& p, const Vec& abc, const Vec
   Wrapped result{p, abc, 0};
   if (!part_axis(m).present) return result;
 
-  const Machine posed = oriented(m, angle_of(m.primary, abc), angle_of(m.secondary, abc));
-  const Vec d = part_axis(posed).direction;
-  const Vec radial = p - d * (dot(p, d) / dot(d, d));
+  const Vec d = wrapping_axis(m, abc);
+  const Vec radial = p - d * dot(p, d);
   result.radius = length(radial);
   if (result.radius < kShortest) return result;
 
