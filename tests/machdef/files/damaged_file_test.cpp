@@ -208,7 +208,7 @@ TEST(RandomTrees, AreReadAsTheirParentsSayOrRefusedForACycle) {
   std::mt19937_64 random(4711);
   int read = 0;
   int refused = 0;
-  for (int round = 0; round < 20000; ++round) {
+  for (int round = 0; round < 6000; ++round) {
     const int count = 1 + choose(random, 9);
     std::vector<int> parents;
     MachineRecord record;
@@ -236,8 +236,8 @@ TEST(RandomTrees, AreReadAsTheirParentsSayOrRefusedForACycle) {
     }
     use(machine);
   }
-  EXPECT_GT(read, 5000);
-  EXPECT_GT(refused, 1000);
+  EXPECT_GT(read, 2000);
+  EXPECT_GT(refused, 500);
 }
 
 TEST(NodeKind, OtherThanTheThreeIsRefused) {

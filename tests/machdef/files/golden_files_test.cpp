@@ -2,6 +2,9 @@
 // ever.
 
 #include <cmath>
+#include <fstream>
+#include <regex>
+#include <sstream>
 
 #include <gtest/gtest.h>
 
@@ -70,6 +73,22 @@ TEST(GoldenFresh, IsAFreshMachine) {
   EXPECT_FALSE(machine.getPrimary() || machine.getSecondary() || machine.SG()[0] || machine.SG()[1]);
   CMachDef fresh;
   EXPECT_SAME_BYTES(saved(fresh), contents(golden("fresh")));
+}
+
+// The page that says how files are made shows this one; a line of its listing is an offset, then sixteen
+// bytes.
+TEST(GoldenFresh, IsShownByteForByteInTheFileFormatsPage) {
+  std::ifstream page(K5AX_FILE_FORMAT_PAGE);
+  const std::regex line_of_bytes("([0-9a-f]{3})  (([0-9a-f]{2} )+) .*");
+  Bytes shown;
+  for (std::string line; std::getline(page, line);) {
+    std::smatch parts;
+    if (!std::regex_match(line, parts, line_of_bytes)) continue;
+    EXPECT_EQ(std::stoul(parts[1].str(), nullptr, 16), shown.size()) << line;
+    std::istringstream bytes(parts[2].str());
+    for (std::string byte; bytes >> byte;) shown.push_back(static_cast<char>(std::stoi(byte, nullptr, 16)));
+  }
+  EXPECT_SAME_BYTES(shown, contents(golden("fresh")));
 }
 
 TEST(GoldenRich, IsTheMachineMadeThroughTheClassInterface) {

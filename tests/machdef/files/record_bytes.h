@@ -77,13 +77,12 @@ struct MachineRecord {
   int discipline = 0;
 };
 
-// Appends values to a block of bytes, low byte first, and notes where each field ends.
+// Appends values to a block of bytes, low byte first.
 class Packer {
  public:
   void put_bits(std::uint64_t bits, int size) {
     for (int i = 0; i < size; ++i)
       m_bytes.push_back(static_cast<char>(static_cast<unsigned char>(bits >> (8 * i))));
-    m_ends.push_back(m_bytes.size());
   }
   void put(int value) { put_bits(static_cast<std::uint32_t>(value), 4); }
   void put(unsigned int value) { put_bits(value, 4); }
@@ -160,12 +159,9 @@ class Packer {
   }
 
   Bytes take() { return std::move(m_bytes); }
-  // Where the fields end, the last one included.
-  const std::vector<std::size_t>& ends() const { return m_ends; }
 
  private:
   Bytes m_bytes;
-  std::vector<std::size_t> m_ends;
 };
 
 template <class Record>
