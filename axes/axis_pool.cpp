@@ -40,7 +40,7 @@ boost::shared_ptr<CAxis2> CAxis2::clone(boost::shared_ptr<CAxis2> axis) {
 
 void CAxis2::free(boost::shared_ptr<CAxis2>& axis) {
   if (!axis) return;
-  _axis_pool.push_back(axis);
+  _axis_pool.push_back(std::move(axis));  // where memory runs out for its place, the pointer is as it was
   axis.reset();
 }
 

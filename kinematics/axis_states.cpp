@@ -17,16 +17,17 @@ using States = boost::container::small_vector<const node_state*, kUsualCount>;
 // Visits the axis nodes of both trees, in the order of all_nodes, until a visit answers true.
 template <class Visit>
 void visit_axis_nodes(const CMachDef& machdef, Visit visit) {
-  boost::container::small_vector<sg::node*, kUsualCount> to_visit;
   for (const boost::shared_ptr<sg::node>& root : machdef.SG()) {
-    if (root) to_visit.push_back(root.get());
-    while (!to_visit.empty()) {
-      sg::node* const n = to_visit.back();
-      to_visit.pop_back();
+    boost::container::small_vector<sg::node*, kUsualCount> to_visit;
+    for (sg::node* n = root.get(); n != nullptr;) {
       if (sg::axis_node(n) != nullptr && visit(*n)) return;
       const std::vector<boost::shared_ptr<sg::node>>& children = n->child_list();
       for (auto child = children.rbegin(); child != children.rend(); ++child)
         to_visit.push_back(child->get());
+      n = nullptr;
+      if (to_visit.empty()) continue;
+      n = to_visit.back();
+      to_visit.pop_back();
     }
   }
 }

@@ -4,8 +4,8 @@
 //
 //     T(-b) Rot(v, angle) T(b)  =  the rotation Rot(v, angle) with the translation b - b Rot(v, angle)
 //
-// and of a point p it makes (p - b) Rot(v, angle) + b, which saves the product of matrices. Where a single vector
-// is to be turned, the matrix is left out as well; see AxisRotation.
+// and of a point p it makes (p - b) Rot(v, angle) + b, which saves the product of matrices. Where a single
+// vector is to be turned, the matrix is left out as well; see AxisRotation.
 #include <k5ax/kinematics.h>
 
 #include "kinematics/axis_rotation.h"

@@ -55,8 +55,8 @@ void Cartesian2AxialRotaryVals(const CMachDef* machdef, const Geometry::TPoint<d
     return;
   }
 
-  // The cosine goes to acos as computed: a host that wraps exactly along the reference sees NaN rather than
-  // an angle that was made up.
+  // The cosine goes to acos as computed. The reference is a coordinate axis, so it is a component over a
+  // length, and both roundings keep it within 1.
   const TPoint<double> u_radial(radial.x / r, radial.y / r, radial.z / r);
   const TPoint<double> u_ref = reference_direction(refAxis, refSign);
   double angle = std::acos(math::dot(u_ref, u_radial));

@@ -14,16 +14,15 @@ constexpr double kInchesPerMillimetre = 1.0 / 25.4;
 constexpr unsigned int kToolIsVertical = 1;     // head flags: the tool direction is (0, 0, 1) ...
 constexpr unsigned int kToolIsNotVertical = 2;  // ... unless this is set too
 
-// Parks the node in the pool of its kind and empties the pointer.
-void give_back(boost::shared_ptr<sg::node>& n) {
+// Parks the node in the pool of its kind; without memory for that, the node ends with its last pointer.
+void give_back(boost::shared_ptr<sg::node> n) {
   if (sg::axis_node(n.get()) != nullptr) {
-    boost::shared_ptr<sg::tnode<CAxis2>> axis = boost::static_pointer_cast<sg::tnode<CAxis2>>(n);
+    boost::shared_ptr<sg::tnode<CAxis2>> axis = boost::static_pointer_cast<sg::tnode<CAxis2>>(std::move(n));
     NodeAxis_Free(axis);
-    n.reset();
   } else if (sg::tool_node(n.get()) != nullptr) {
-    boost::shared_ptr<sg::tnode<angled_head>> tool = boost::static_pointer_cast<sg::tnode<angled_head>>(n);
+    boost::shared_ptr<sg::tnode<angled_head>> tool =
+        boost::static_pointer_cast<sg::tnode<angled_head>>(std::move(n));
     TOOL_NODE_Free(tool);
-    n.reset();
   } else {
     sg::node::free(n);
   }
@@ -69,7 +68,7 @@ void CMachDef::remove_axes() {
       }
   for (std::vector<boost::shared_ptr<sg::node>>& nodes : m_nodes) {
     for (boost::shared_ptr<sg::node>& n : nodes)
-      if (n && std::exchange(n->m_listed, false)) give_back(n);
+      if (n && std::exchange(n->m_listed, false)) give_back(std::move(n));
     nodes.clear();
   }
 }

@@ -8,18 +8,15 @@ namespace {
 constexpr unsigned int kCloneMachine = 1;
 constexpr unsigned int kCloneSceneGraph = 2;
 
-boost::shared_ptr<CAxis2> clone_for(CMachDef& owner, const boost::shared_ptr<CAxis2>& axis) {
-  boost::shared_ptr<CAxis2> copy = CAxis2::clone(axis);
-  if (copy) copy->machdef(&owner);
-  return copy;
-}
-
 }  // namespace
 
 // The flat lists of the trees' nodes, and the room that the update needs for them, so that it need not ask
 // for memory.
 void CMachDef::list_nodes() {
-  for (std::size_t i = 0; i < m_SG.size(); ++i) m_nodes[i] = sg::node::all_nodes(m_SG[i]);
+  for (std::size_t i = 0; i < m_SG.size(); ++i) {
+    m_nodes[i].clear();
+    sg::node::list_nodes(m_SG[i], m_nodes[i]);
+  }
   m_driven_ids.reserve(m_nodes[0].size() + m_nodes[1].size());
 }
 
@@ -30,15 +27,22 @@ void CMachDef::clone(const CMachDef& other, unsigned int flags) {
   if ((flags & kCloneSceneGraph) != 0) clone_scene_graph(other);
 }
 
+boost::shared_ptr<CAxis2> CMachDef::clone_axis(const boost::shared_ptr<CAxis2>& axis) {
+  if (!axis) return {};
+  boost::shared_ptr<CAxis2> copy = axis->clone();
+  copy->m_machdef = this;
+  return copy;
+}
+
 void CMachDef::clone_machine(const CMachDef& other) {
   m_machType = other.m_machType;
   m_metric = other.m_metric;
   m_mode = other.m_mode;
   m_loading_vector = other.m_loading_vector;
   m_mwZeroPos = other.m_mwZeroPos;
-  m_primary = clone_for(*this, other.m_primary);
-  m_secondary = clone_for(*this, other.m_secondary);
-  for (std::size_t i = 0; i < m_xyz_axes.size(); ++i) m_xyz_axes[i] = clone_for(*this, other.m_xyz_axes[i]);
+  m_primary = clone_axis(other.m_primary);
+  m_secondary = clone_axis(other.m_secondary);
+  for (std::size_t i = 0; i < m_xyz_axes.size(); ++i) m_xyz_axes[i] = clone_axis(other.m_xyz_axes[i]);
   m_discipline = other.m_discipline;
   k5ax_angled_head_copy(&m_head, &other.m_head);
 }

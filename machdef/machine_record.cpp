@@ -147,7 +147,7 @@ void CMachDef::read_trees(IIO::Stream& stream) {
   for (std::size_t i = 0; i < nodes.size(); ++i)
     if (const boost::shared_ptr<sg::node> parent = look_up(nodes, parents[i])) {
       parent->append_child(nodes[i]);
-      nodes[i]->link_to(parent);
+      nodes[i]->link_to(parent.get());
     }
 
   m_SG[0] = look_up(nodes, read_int(stream));

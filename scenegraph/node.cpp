@@ -47,7 +47,7 @@ boost::shared_ptr<node> node::create() {
 
 void node::free(boost::shared_ptr<node>& n) {
   if (!n) return;
-  get_pool().push_back(n);
+  get_pool().push_back(std::move(n));  // where memory runs out for its place, the pointer is as it was
   n.reset();
 }
 
@@ -59,12 +59,14 @@ void node::reset() {
   m_transform.Identity();
 }
 
-void node::shallow_copy(boost::shared_ptr<const node> from) {
-  m_transform = from->m_transform;
-  m_value = from->m_value;
-  m_id = from->m_id;
-  m_flags = from->m_flags;
+void node::copy_node_part(const node& from) {
+  m_transform = from.m_transform;
+  m_value = from.m_value;
+  m_id = from.m_id;
+  m_flags = from.m_flags;
 }
+
+void node::shallow_copy(boost::shared_ptr<const node> from) { copy_node_part(*from); }
 
 void node::shallow_copy(boost::shared_ptr<node> to, boost::shared_ptr<const node> from) {
   if (to && from) to->shallow_copy(std::move(from));

@@ -1,10 +1,17 @@
 // md::sg::node: deep copies.
 #include <k5ax/scenegraph.h>
 
+#include <boost/container/small_vector.hpp>
 #include <utility>
 
 namespace md {
 namespace sg {
+
+namespace {
+
+constexpr std::size_t kUsualCount = 32;  // nodes waiting in a walk, without asking for memory
+
+}  // namespace
 
 boost::shared_ptr<node> node::shallow_clone() {
   boost::shared_ptr<node> self = shared_from_this();
@@ -22,31 +29,32 @@ boost::shared_ptr<node> node::node_clone(boost::shared_ptr<node> n) {
 
 boost::shared_ptr<node> node::_node_clone(boost::shared_ptr<node> n, boost::shared_ptr<node> parent) {
   struct Step {
-    boost::shared_ptr<node> source;
+    node* source;
     node* parent_copy;
   };
 
-  const boost::shared_ptr<node> root = n->shallow_clone();
-  std::vector<Step> steps;  // the next one at the end
-  const auto push_children = [&steps](const node& source, node* copy) {
+  boost::shared_ptr<node> root = n->shallow_clone();
+  boost::container::small_vector<Step, kUsualCount> steps;  // the next one at the end
+  const auto clone_children_later = [&steps](const node& source, node* copy) {
     for (auto child = source.m_children.rbegin(); child != source.m_children.rend(); ++child)
-      steps.push_back({*child, copy});
+      steps.push_back({child->get(), copy});
   };
-  push_children(*n, root.get());
+
+  clone_children_later(*n, root.get());
   while (!steps.empty()) {
-    const Step step = std::move(steps.back());
+    const Step step = steps.back();
     steps.pop_back();
-    const boost::shared_ptr<node> copy = step.source->shallow_clone();
-    step.parent_copy->append_child(copy);
-    copy->link_to(step.parent_copy->shared_from_this());
-    push_children(*step.source, copy.get());
+    boost::shared_ptr<node> copy = step.source->shallow_clone();
+    copy->link_to(step.parent_copy);
+    clone_children_later(*step.source, copy.get());
+    step.parent_copy->append_child(std::move(copy));
   }
 
   // Deliberate: the copy hangs where its source hangs, as a sibling. It is hung there last, when nothing can
   // fail any more.
   if (parent) {
     parent->append_child(root);
-    root->link_to(parent);
+    root->link_to(parent.get());
   }
   return root;
 }

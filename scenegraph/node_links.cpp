@@ -13,11 +13,12 @@
 namespace md {
 namespace sg {
 
-void node::link_to(const boost::shared_ptr<node>& parent) {
+void node::link_to(node* parent) {
   unlink();
-  m_parent = parent;
-  m_parent_address = parent.get();
-  if (parent) ++parent->m_parent_of;
+  if (parent == nullptr) return;
+  m_parent = parent->weak_from_this();
+  m_parent_address = parent;
+  ++parent->m_parent_of;
 }
 
 void node::unlink() {
@@ -26,9 +27,9 @@ void node::unlink() {
   m_parent_address = nullptr;
 }
 
-void node::append_child(const boost::shared_ptr<node>& child) {
-  m_children.push_back(child);
-  ++child->m_held_by;
+void node::append_child(boost::shared_ptr<node> child) {
+  m_children.push_back(std::move(child));
+  ++m_children.back()->m_held_by;
 }
 
 void node::clear_links() {
@@ -56,7 +57,7 @@ void node::add_child(boost::shared_ptr<node> child) {
       child->m_held_by != 0 && std::find(m_children.begin(), m_children.end(), child) != m_children.end();
   if (!held) append_child(child);
   if (old_parent && old_parent != self) old_parent->remove_child(child);
-  child->link_to(self);
+  child->link_to(this);
 }
 
 void node::remove_child(boost::shared_ptr<node> child) {
@@ -77,7 +78,7 @@ void node::parent(boost::shared_ptr<node> p) {
   }
 
   if (const boost::shared_ptr<node> old_parent = parent()) old_parent->remove_child(self);
-  link_to(p);
+  link_to(p.get());
   if (p) p->add_child(self);
 }
 

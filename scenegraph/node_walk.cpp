@@ -1,34 +1,46 @@
 // md::sg::node: walks over a subtree and up to the root.
 #include <k5ax/scenegraph.h>
 
-#include <utility>
+#include <boost/container/small_vector.hpp>
 
 namespace md {
 namespace sg {
 
 namespace {
 
+constexpr std::size_t kUsualCount = 32;  // places waiting in a walk, without asking for memory
+
 constexpr int kFixedId = -999;  // what a host puts into such a node stays through `initialise`
 
 }  // namespace
 
-// Depth first, a node before its children.
-std::vector<boost::shared_ptr<node>> node::nodes_below(const node& n) {
-  std::vector<boost::shared_ptr<node>> below;
-  std::vector<boost::shared_ptr<node>> to_visit(n.m_children.rbegin(), n.m_children.rend());
+// Appends what is below `n`, depth first, a node before its children. The walk remembers places in lists of
+// children, not nodes, so that a reference is counted only where it goes into `out`.
+void node::list_below(const node& n, std::vector<boost::shared_ptr<node>>& out) {
+  boost::container::small_vector<const boost::shared_ptr<node>*, kUsualCount> to_visit;
+  const auto visit_children = [&to_visit](const node& parent) {
+    for (auto child = parent.m_children.rbegin(); child != parent.m_children.rend(); ++child)
+      to_visit.push_back(&*child);
+  };
+
+  visit_children(n);
   while (!to_visit.empty()) {
-    below.push_back(std::move(to_visit.back()));
+    const boost::shared_ptr<node>& next = *to_visit.back();
     to_visit.pop_back();
-    const std::vector<boost::shared_ptr<node>>& children = below.back()->m_children;
-    to_visit.insert(to_visit.end(), children.rbegin(), children.rend());
+    out.push_back(next);
+    visit_children(*next);
   }
-  return below;
+}
+
+void node::list_nodes(const boost::shared_ptr<node>& n, std::vector<boost::shared_ptr<node>>& out) {
+  if (!n) return;
+  out.push_back(n);
+  list_below(*n, out);
 }
 
 std::vector<boost::shared_ptr<node>> node::all_nodes(boost::shared_ptr<node> n) {
-  if (!n) return {};
-  std::vector<boost::shared_ptr<node>> all = nodes_below(*n);
-  all.insert(all.begin(), n);
+  std::vector<boost::shared_ptr<node>> all;
+  list_nodes(n, all);
   return all;
 }
 
@@ -48,7 +60,7 @@ void node::no_children(const std::vector<boost::shared_ptr<node>>& in,
 
 void node::initialise(bool recursive) {
   std::vector<boost::shared_ptr<node>> below;
-  if (recursive) below = nodes_below(*this);
+  if (recursive) list_below(*this, below);
 
   if (m_id != kFixedId) {
     m_transform.Identity();
@@ -59,7 +71,9 @@ void node::initialise(bool recursive) {
 
 void node::scale_node(double factor, bool recursive) {
   if (!recursive) return;
-  for (const boost::shared_ptr<node>& n : nodes_below(*this)) n->scale_node(factor, false);
+  std::vector<boost::shared_ptr<node>> below;
+  list_below(*this, below);
+  for (const boost::shared_ptr<node>& n : below) n->scale_node(factor, false);
 }
 
 }  // namespace sg

@@ -40,17 +40,16 @@ boost::shared_ptr<tnode<T>> tnode<T>::take() {
 template <class T>
 void tnode<T>::give_back(boost::shared_ptr<tnode>& n) {
   if (!n) return;
-  _pool.push_back(n);
+  _pool.push_back(std::move(n));  // where memory runs out for its place, the pointer is as it was
   n.reset();
 }
 
 template <class T>
 boost::shared_ptr<node> tnode<T>::shallow_clone() {
-  boost::shared_ptr<node> self = shared_from_this();
   boost::shared_ptr<tnode> copy = take();
   copy->clear_links();  // one from the pool still has the links it was parked with
   copy->m_children.reserve(m_children.size());
-  copy->shallow_copy(std::move(self));
+  copy->copy_node_part(*this);
   copy_payload(copy->payload(), payload());
   return copy;
 }
@@ -58,7 +57,7 @@ boost::shared_ptr<node> tnode<T>::shallow_clone() {
 template <class T>
 void tnode<T>::scale_node(double factor, bool recursive) {
   std::vector<boost::shared_ptr<node>> below;
-  if (recursive) below = nodes_below(*this);
+  if (recursive) list_below(*this, below);
 
   scale_payload(*this, factor);
   for (const boost::shared_ptr<node>& n : below) n->scale_node(factor, false);

@@ -25,8 +25,8 @@ namespace md {
 ///                        replaced by minus the angle turned, in [-pi, pi]
 /// @param[out] radius     distance of `point` from that line. Below 5e-9 the point is on the axis: it is not
 ///                        turned and `outRotary` = `rotary`
-/// The cosine of the angle is not clamped. Where the point stands exactly on the reference or against it,
-/// rounding may take it past 1: the angle and the point are NaN then.
+/// The cosine of the angle is not clamped: a component of the point divided by the length of its radial part
+/// is never beyond 1. A point that is not finite gives results that are not.
 /// Cost: works on a clone of the machine, made at every call.
 K5AX_API void Cartesian2AxialRotaryVals(const CMachDef* machdef, const Geometry::TPoint<double>& point,
                                         const Geometry::TPoint<double>& rotary, int refAxis, int refSign,
@@ -56,7 +56,8 @@ K5AX_API void Cartesian2AxialRotaryVals(const CMachDef* machdef, const Geometry:
 /// @param xyz  X, Y, Z, length unit; the part's frame at the table's zero pose
 /// @param abc  A, B, C, radians, written as they are; limits are not looked at
 /// @return false when the point cannot be reached: the driven linear axes are then at zero, and the rotary
-/// axes set Allocates nothing.
+///         axes are set all the same
+/// Allocates nothing.
 K5AX_API bool UpdateNodeAxes_(CMachDef* md, Geometry::TPoint<double> xyz, Geometry::TPoint<double> abc);
 
 /// `UpdateNodeAxes_` on a reference.
@@ -118,8 +119,7 @@ K5AX_API void k5axCMachDef_SG2MachCoords(k5ax_machdef* machdef, double* v);
 /// record of id 0 is passed over, since 0 is what a host's unused records carry.
 ///
 /// @return 0, and nothing changes, for a count of 0, a null machine, or null records with a positive count;
-/// else 1. A
-///         negative count gives 1 and changes nothing
+///         else 1. A negative count gives 1 and changes nothing
 K5AX_API int CMachDef_IdAxisState_set2(k5ax_machdef* machdef, const node_state* states, int count);
 
 /// The value of the axis node with this id, the first met where several have it; 0.0 when there is none and

@@ -224,7 +224,9 @@ class K5AX_API CMachDef {
   ///
   /// The point is turned by the table axes, primary first; head axes do not move the part. The tool direction
   /// is turned by both rotary axes wherever they sit, secondary first, without their translations, and is not
-  /// normalised. The difference is meant. An unknown type turns nothing.
+  /// normalised. The difference is meant. An unknown type turns nothing. (Where two table axes stand away
+  /// from zero, the direction that the posed trees show is that of primary * secondary, see
+  /// `Mach2PartTransform`.)
   /// @param xyz  machine coordinates, length unit
   /// @param abc  a, b, c in radians; any finite value, limits are not looked at
   /// @param[out] partPoint    part coordinates; may be `xyz`
@@ -248,6 +250,7 @@ class K5AX_API CMachDef {
   friend struct MachineView;
 
   void remove_axes();
+  boost::shared_ptr<CAxis2> clone_axis(const boost::shared_ptr<CAxis2>& axis);
   void clone_machine(const CMachDef& other);
   void clone_scene_graph(const CMachDef& other);
   void list_nodes();

@@ -169,10 +169,12 @@ class K5AX_API node : public boost::enable_shared_from_this<node> {
 
   static std::list<boost::shared_ptr<node>>& get_pool();
   static boost::shared_ptr<node> _node_clone(boost::shared_ptr<node> n, boost::shared_ptr<node> parent);
-  static std::vector<boost::shared_ptr<node>> nodes_below(const node& n);
-  void link_to(const boost::shared_ptr<node>& parent);
+  static void list_nodes(const boost::shared_ptr<node>& n, std::vector<boost::shared_ptr<node>>& out);
+  static void list_below(const node& n, std::vector<boost::shared_ptr<node>>& out);
+  void copy_node_part(const node& from);
+  void link_to(node* parent);
   void unlink();
-  void append_child(const boost::shared_ptr<node>& child);
+  void append_child(boost::shared_ptr<node> child);
   void release_children();
   void clear_links();
   void refuse_cycle(const node& child) const;
@@ -295,7 +297,8 @@ K5AX_FLAT_BEGIN
 /// Places the tool node for the tool point `p`: stores `p` in its head's `offset`, then sets the node's
 /// transform to ((((E D) C) B) A), where E is the translation by -length2 along Z, D the rotation about Y by
 /// the tilt, C the translation by -length1 along Z, B the rotation about Z by the turn, and A the translation
-/// by -p. Nothing for another kind of node and for an empty pointer; value and flags stay.
+/// by -p. The side offset of `k5ax_angled_head_set` is in the head's `tip` alone and not in this transform.
+/// Nothing for another kind of node and for an empty pointer; value and flags stay.
 K5AX_API void k5axSgToolNodeMatrixSet(boost::shared_ptr<md::sg::node> n, const Geometry::TPoint<double>& p);
 #endif
 
