@@ -37,8 +37,8 @@ void assemble(md::CMachDef& machine, MACHINE_TYPE type, const Axes& axes, const 
 
 }  // namespace
 
-// The machine frame is the centre of the table's top with every axis at 0. There C's line runs straight up; A's line
-// lies above the table and, as measured, a little behind the centre.
+// The machine frame is the centre of the table's top with every axis at 0. There C's line runs straight up;
+// A's line lies above the table and, as measured, a little behind the centre.
 // [snippet trunnion]
 void build_table_table_trunnion(md::CMachDef& machine) {
   Axes axes;
@@ -48,8 +48,8 @@ void build_table_table_trunnion(md::CMachDef& machine) {
   axes.primary = rotary_axis(AXIS_A, TABLE, Point(-310, 0.024, 62.481), -120, 30);
   axes.secondary = rotary_axis(AXIS_C, TABLE, Point(0, 0, -85), -3600, 3600);
 
-  // Tree 0, from the machine frame down to the tool. With the slides at 0 the spindle's nose stands 520 over the
-  // table; the tool is 160 long.
+  // Tree 0, from the machine frame down to the tool. With the slides at 0 the spindle's nose stands 520 over
+  // the table; the tool is 160 long.
   Trees trees;
   trees.machine_frame = hang_frame(Node(), kMachineFrame);
   const Node y_node = hang_axis(trees.machine_frame, kYNode, *axes.y);
@@ -70,8 +70,8 @@ void build_table_table_trunnion(md::CMachDef& machine) {
 }
 // [end]
 
-// The machine frame is the spindle's nose with every axis at 0, which is high above the centre of the table: this is
-// how a control counts, and why Z is negative where the part is.
+// The machine frame is the spindle's nose with every axis at 0, which is high above the centre of the table:
+// this is how a control counts, and why Z is negative where the part is.
 void build_head_table_swivel(md::CMachDef& machine) {
   Axes axes;
   axes.x = linear_axis(AXIS_X, HEAD, -700, 700);
@@ -97,8 +97,8 @@ void build_head_table_swivel(md::CMachDef& machine) {
   machine.loading_vector(Point(0, 0, 250));
 }
 
-// The machine frame is again the spindle's nose with every axis at 0, over the middle of the bed. C's line passes
-// through it; A's line crosses that one 220 higher, but for the little that was measured.
+// The machine frame is again the spindle's nose with every axis at 0, over the middle of the bed. C's line
+// passes through it; A's line crosses that one 220 higher, but for the little that was measured.
 void build_head_head_fork(md::CMachDef& machine) {
   Axes axes;
   axes.x = linear_axis(AXIS_X, HEAD, -1500, 1500);
@@ -125,8 +125,9 @@ void build_head_head_fork(md::CMachDef& machine) {
   machine.loading_vector(Point(0, 0, 400));
 }
 
-// The machine frame is the face on which the angled head is mounted, with every axis at 0. The head is tilted by 30
-// degrees and turned so that at A 0 its spindle leans to +Y. A stands it upright at 30 degrees and lays it down at -60.
+// The machine frame is the face on which the angled head is mounted, with every axis at 0. The head is tilted
+// by 30 degrees and turned so that at A 0 its spindle leans to +Y. A stands it upright at 30 degrees and lays
+// it down at -60.
 void build_head_table_inch(md::CMachDef& machine) {
   const double lengths[2] = {4.25, 2.875};
   k5ax_angled_head_set(90, 30, lengths, 0, &machine.head());

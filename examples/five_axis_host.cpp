@@ -1,7 +1,8 @@
-// five_axis_host MACHINE TOOLPATH: what a CAM host does with the library, from loading a machine to freeing it.
+// five_axis_host MACHINE TOOLPATH: what a CAM host does with the library, from loading a machine to freeing
+// it.
 //
-// This is the program to read first. Each step of run() is a function of a few lines in host/; the steps come in the
-// order in which a host meets them.
+// This is the program to read first. Each step of run() is a function of a few lines in host/; the steps come
+// in the order in which a host meets them.
 #include <charconv>
 #include <cmath>
 #include <cstdio>
@@ -64,7 +65,7 @@ Arguments read_arguments(int argc, char** argv) {
   }
   if (files.size() != 2)
     throw InputError(std::to_string(files.size()) +
-                     " files given; give a machine and a tool path (see --help)");
+                     " instead of 2 files; give a machine and a tool path (see --help)");
   arguments.machine = files[0];
   arguments.toolpath = files[1];
   return arguments;

@@ -1,8 +1,8 @@
 /* flat_host MACHINE TOOLPATH COPY: the main steps of a CAM host, in C, through the flat functions alone.
  *
- * The flat face has no part and machine transforms, so this host turns the part by the table itself, from the axis
- * records; and it shows the machine by the values of the nodes, since their transforms belong to the class face.
- * COPY is where the machine is saved on the way.
+ * The flat face has no part and machine transforms, so this host turns the part by the table itself, from the
+ * axis records; and it shows the machine by the values of the nodes, since their transforms belong to the
+ * class face. COPY is where the machine is saved on the way.
  */
 #include <math.h>
 #include <stdio.h>
@@ -94,14 +94,14 @@ static void zero_axes(k5ax_machdef* machine, k5ax_node* node) {
   for (int i = 0; i < k5axSgNode_child_count(node); ++i) zero_axes(machine, k5axSgNode_child(node, i));
 }
 
-/* The update measures the tool point before it turns the table, so the table, which is in tree 1, is brought to its
- * zero pose first. (Its slides, if it has any, are zeroed by the update in any case.) */
+/* The update measures the tool point before it turns the table, so the table, which is in tree 1, is brought
+ * to its zero pose first. (Its slides, if it has any, are zeroed by the update in any case.) */
 static int pose(k5ax_machdef* machine, point xyz, point abc) {
   zero_axes(machine, k5axCMachDef_SG(machine, 1));
   return UpdateNodeAxes_2(machine, xyz.v[0], xyz.v[1], xyz.v[2], abc.v[0], abc.v[1], abc.v[2]);
 }
 
-/* Collects the states of the axis nodes below `node` behind the first `count` entries; returns the new count. */
+/* Collects the states of the axis nodes below `node` behind the first `count`; returns the new count. */
 static int take_states(k5ax_node* node, node_state* states, int count) {
   if (k5axSgNode_NodeAxis_cast(node) != NULL && count < kMostAxes)
     k5axSgNode_state_get_(node, &states[count++]);

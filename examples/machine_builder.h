@@ -16,8 +16,8 @@ using Axis = boost::shared_ptr<md::CAxis2>;
 using Node = boost::shared_ptr<md::sg::node>;
 
 // [snippet ids]
-// Every axis node has an id of its own, and it is positive: states are exchanged by id, and the flat exchange passes
-// over 0. A node that stands for a frame or for the tool has an id for the host's convenience.
+// Every axis node has an id of its own, and it is positive: states are exchanged by id, and the flat exchange
+// passes over 0. A node that stands for a frame or for the tool has an id for the host's convenience.
 enum NodeId : int {
   kXNode = 1,
   kYNode = 2,
@@ -35,17 +35,17 @@ enum NodeId : int {
 // Degrees and turns are how people write a rotary axis's travel down; the library takes radians.
 double deg(double angle_deg);
 
-// A slide along the positive axis of its letter. Positive is where the tool goes as seen from the part, also for a
-// slide of the table, which itself moves the other way.
+// A slide along the positive axis of its letter. Positive is where the tool goes as seen from the part, also
+// for a slide of the table, which itself moves the other way.
 Axis linear_axis(AXIS_TYPE letter, AXIS_LOCATION location, double min, double max);
 
-// A rotary axis about the positive direction of its letter, through `p_base`. Positive is how the tool turns as seen
-// from the part, also for an axis of the table.
+// A rotary axis about the positive direction of its letter, through `p_base`. Positive is how the tool turns
+// as seen from the part, also for an axis of the table.
 Axis rotary_axis(AXIS_TYPE letter, AXIS_LOCATION location, const Point& p_base, double min_deg,
                  double max_deg);
 
-// Each of these makes a node, hangs it under `parent` (an empty one makes a root) and returns it, so that a tree is
-// written from its root down.
+// Each of these makes a node, hangs it under `parent` (an empty one makes a root) and returns it, so that a
+// tree is written from its root down.
 
 // A frame with a name to find it by: the identity, and it stays so.
 Node hang_frame(const Node& parent, int id);

@@ -6,8 +6,9 @@
 
 namespace examples {
 
-// What md::CMachDef::scale does, and what it leaves to the host: afterwards the trees fit the axes again, every axis
-// stands where it stood, and work zero and loading vector are in the new unit. Nothing when that is the unit already.
+// What md::CMachDef::scale does, and what it leaves to the host: afterwards the trees fit the axes again,
+// every axis stands where it stood, and work zero and loading vector are in the new unit. Nothing when that
+// is the unit already.
 void change_units(md::CMachDef& machine, bool metric);
 
 }  // namespace examples

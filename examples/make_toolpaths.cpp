@@ -1,7 +1,7 @@
 // make_toolpaths FOLDER: writes the tool paths of examples/toolpaths into a folder that is there.
 //
-// Each path finishes a dome and then the flank of a blade on one of the example machines; the part stands on that
-// machine's work zero. Positions are those of the cutter's tip, in part coordinates.
+// Each path finishes a dome and then the flank of a blade on one of the example machines; the part stands on
+// that machine's work zero. Positions are those of the cutter's tip, in part coordinates.
 #include <cmath>
 #include <cstdio>
 #include <string>
@@ -57,8 +57,8 @@ bool rows_of(const Job& job, const md::CMachDef& machine, std::vector<Row>& rows
   return solved && add(blade.back(), clearance);
 }
 
-// With six decimals a value would have to lie within a millionth of a millionth of a tie for the last bit of the
-// mathematical library to show. -0 is written as 0.
+// With six decimals a value would have to lie within a millionth of a millionth of a tie for the last bit of
+// the mathematical library to show. -0 is written as 0.
 void write_number(std::FILE* file, double value, char after) {
   const double shown = std::round(value * 1e6) == 0 ? 0.0 : value;
   std::fprintf(file, "%.6f%c", shown, after);

@@ -7,8 +7,8 @@ namespace examples {
 
 bool solve_rotary_angles(const Point& u_tool, AXIS_TYPE tilt_axis, int branch, const Point& u_part,
                          double turn_near, RotaryAngles& angles) {
-  // The turn about Z keeps z, so the tilt alone must bring z to that of the part's direction. Of the tool direction a
-  // tilt about X moves (y, z), one about Y moves (-x, z), both like this:
+  // The turn about Z keeps z, so the tilt alone must bring z to that of the part's direction. Of the tool
+  // direction a tilt about X moves (y, z), one about Y moves (-x, z), both like this:
   //   z' = q sin(tilt) + z cos(tilt) = r cos(tilt - atan2(q, z)),   r = |(q, z)|
   const double q = tilt_axis == AXIS_A ? u_tool.y : -u_tool.x;
   const double r = std::hypot(q, u_tool.z);

@@ -15,8 +15,8 @@ struct RotaryAngles {
 
 // Solves  u_part = u_tool Rot(tilt axis, tilt) Rot(Z, turn)  for the two angles.
 //
-// That is how the tool turns as seen from the part on every machine whose C is next to the part, or next to the bed,
-// and whose A or B is next to the tool; so it serves a trunnion, a swivel head and a fork alike.
+// That is how the tool turns as seen from the part on every machine whose C is next to the part, or next to
+// the bed, and whose A or B is next to the tool; so it serves a trunnion, a swivel head and a fork alike.
 //
 // @param u_tool     the tool direction with both axes at 0; a straight head has Z
 // @param tilt_axis  AXIS_A or AXIS_B

@@ -1,5 +1,5 @@
-// scene_graph_tour: builds the trunnion, poses it once, and reads everything back. The samples of docs/scene-graph.md
-// that are no part of another program are pieces of this one.
+// scene_graph_tour: builds the trunnion, poses it once, and reads everything back. The samples of
+// docs/scene-graph.md that are no part of another program are pieces of this one.
 #include <cstdio>
 #include <map>
 #include <vector>

@@ -1,4 +1,5 @@
-# Runs a program that writes files into a folder, and compares them byte for byte with those of another folder.
+# Runs a program that writes files into a folder, and compares them byte for byte with those of another
+# folder.
 #
 #   cmake -D PROGRAM=... -D MADE=folder -D KEPT=folder -D ENDING=k5m -P compare_made.cmake
 

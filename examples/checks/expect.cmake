@@ -2,8 +2,8 @@
 #
 #   cmake -D STATUS=2 [-D OUT=regex] [-D ERR=regex] [-D ERR_LINES=n] -P expect.cmake -- PROGRAM ARGUMENT...
 #
-# OUT and ERR are looked for in the standard output and the standard error; ERR_LINES is how many lines the latter
-# must have.
+# OUT and ERR are looked for in the standard output and the standard error; ERR_LINES is how many lines the
+# latter must have.
 
 set(command "")
 set(after_dashes FALSE)

@@ -17,7 +17,8 @@ struct RoundTrip {
   double tolerance;
 };
 
-// Angles and the elements of transforms are held to what an angle moves at the length scale: a length over it.
+// Angles and the elements of transforms are held to what an angle moves at the length scale: a length over
+// it.
 std::vector<RoundTrip> round_trips(const Figures& f, const char* length_unit, double tolerance) {
   const double length_tolerance = tolerance * f.length_scale;
   std::vector<RoundTrip> trips = {

@@ -9,8 +9,8 @@
 
 namespace host {
 
-// The largest of many deviations, and the line of the path that it belongs to. Something that is no number is larger
-// than everything.
+// The largest of many deviations, and the line of the path that it belongs to. Something that is no number is
+// larger than everything.
 class Worst {
  public:
   void take(double deviation, int line);
@@ -51,7 +51,8 @@ class Travel {
   int m_first_line_outside = 0;
 };
 
-// Everything that the host found out about one path on one machine. Lengths in the machine's unit, angles in radians.
+// Everything that the host found out about one path on one machine. Lengths in the machine's unit, angles in
+// radians.
 struct Figures {
   std::size_t positions = 0;
   double length_scale = 1;  // the largest coordinate that takes part
@@ -78,8 +79,8 @@ struct Figures {
 // Prints the table. `tolerance` is relative to the length scale.
 void print_figures(const Figures& figures, const char* length_unit, double tolerance);
 
-// True when every round trip is within the tolerance, every position is reached within the travels and the reloaded
-// machine is equal. Says on standard error what is not, a line each, beginning with `what`.
+// True when every round trip is within the tolerance, every position is reached within the travels and the
+// reloaded machine is equal. Says on standard error what is not, a line each, beginning with `what`.
 bool all_is_well(const Figures& figures, const char* length_unit, double tolerance, const std::string& what);
 
 }  // namespace host

@@ -60,7 +60,8 @@ std::string why_invalid(const md::CAxis2& axis, const std::string& role) {
          "; give it a letter, head or table, a direction, and limits with min <= max";
 }
 
-// The library says why only when an axis misses the machine's origin. The other rules are few enough to go through.
+// The library says why only when an axis misses the machine's origin. The other rules are few enough to go
+// through.
 std::string why_invalid(const md::CMachDef& machine) {
   const auto primary = machine.getPrimary();
   const auto secondary = machine.getSecondary();

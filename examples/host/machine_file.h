@@ -19,12 +19,13 @@ using MachinePtr = std::unique_ptr<md::CMachDef, FreeMachine>;
 // Throws InputError when there is no such file or when it holds no machine definition.
 MachinePtr load_machine(const std::string& path);
 
-// Throws InputError with the reason when the kinematics cannot work with the machine, or when it has no trees to pose.
-// `path` is for the message.
+// Throws InputError with the reason when the kinematics cannot work with the machine, or when it has no trees
+// to pose. `path` is for the message.
 void require_valid(const md::CMachDef& machine, const std::string& path);
 
 // Saves the machine to a temporary file, loads that into another machine and compares the two field by field.
-// Returns the first field that differs, and an empty text when none does. Throws InputError when it cannot be saved.
+// Returns the first field that differs, and an empty text when none does. Throws InputError when it cannot be
+// saved.
 std::string save_load_compare(md::CMachDef& machine);
 
 }  // namespace host

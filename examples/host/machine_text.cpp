@@ -33,7 +33,8 @@ std::string number(double value) {
 
 std::string text(const Point& p) { return "(" + number(p.x) + ", " + number(p.y) + ", " + number(p.z) + ")"; }
 
-// What the axis is for: its name in the definition, its place in machine-work order, and whether it turns the part.
+// What the axis is for: its name in the definition, its place in machine-work order, and whether it turns the
+// part.
 std::string roles_of(const Axis& axis, const md::CMachDef& machine) {
   if (axis->mode() == LINEAR) return "slide";
   std::string roles = axis == machine.getPrimary() ? "primary" : "secondary";

@@ -4,7 +4,7 @@
 namespace host {
 
 Scene::Scene(md::CMachDef& machine) : m_machine(machine), m_tool(0), m_leaf(0) {
-  for (int tree = 0; tree < 2; ++tree) walk(tree, k5axCMachDef_SG(&machine, tree), -1);
+  for (int tree = 0; tree < 2; ++tree) walk(tree);
 
   for (const auto& rotary : machine.SG_RotAxs()) {
     const AxisNode* axis = k5axSgNode_NodeAxis_cast(rotary.get());
@@ -16,12 +16,20 @@ Scene::Scene(md::CMachDef& machine) : m_machine(machine), m_tool(0), m_leaf(0) {
 }
 
 // [snippet walk]
-void Scene::walk(int tree, md::sg::node* node, int parent) {
-  const int place = static_cast<int>(m_trees[tree].size());
-  m_trees[tree].push_back({node, parent, Geometry::Matrix()});
-  if (AxisNode* axis = k5axSgNode_NodeAxis_cast(node)) m_axes.push_back(axis);
+void Scene::walk(int tree) {
+  // With a list of its own instead of recursion, so that no tree is too deep.
+  std::vector<SceneNode> to_visit = {{k5axCMachDef_SG(&m_machine, tree), -1, Geometry::Matrix()}};
+  while (!to_visit.empty()) {
+    const SceneNode entry = to_visit.back();
+    to_visit.pop_back();
+    const int place = static_cast<int>(m_trees[tree].size());
+    m_trees[tree].push_back(entry);
+    if (AxisNode* axis = k5axSgNode_NodeAxis_cast(entry.node)) m_axes.push_back(axis);
 
-  for (int i = 0; i < k5axSgNode_child_count(node); ++i) walk(tree, k5axSgNode_child(node, i), place);
+    // The first child is visited next, so it is put down last.
+    for (int i = k5axSgNode_child_count(entry.node) - 1; i >= 0; --i)
+      to_visit.push_back({k5axSgNode_child(entry.node, i), place, Geometry::Matrix()});
+  }
 }
 
 void Scene::read_transforms() {
@@ -38,7 +46,7 @@ void Scene::read_transforms() {
 
 // [snippet pose]
 bool Scene::pose(const Point& p_mach, const Point& abc) {
-  // The update measures the tool point before it turns the table: the table has to stand at its zero pose by then.
+  // The update measures the tool point before it turns the table, so the table has to be at its zero pose.
   const unsigned int selector = k5axCMachDef_flags_get(&m_machine);
   for (md::sg::node* rotary : m_table_rotaries) k5axSgNode_value_set2(selector, rotary, 0);
 

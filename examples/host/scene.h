@@ -18,19 +18,21 @@ struct SceneNode {
   Geometry::Matrix node_to_root;
 };
 
-// The two trees of a machine that has both and a tool node. Everything is borrowed from the machine, which must
-// neither change its trees nor go away meanwhile.
+// The two trees of a machine that has both and a tool node. Everything is borrowed from the machine, which
+// must neither change its trees nor go away meanwhile.
 class Scene {
  public:
   explicit Scene(md::CMachDef& machine);
 
-  // Poses the trees for machine coordinates, each pose standing for itself. False when the point cannot be reached.
+  // Poses the trees for machine coordinates, each pose standing for itself. False when the point cannot be
+  // reached.
   bool pose(const Point& p_mach, const Point& abc);
 
   // Walks both trees and reads where every node is now.
   void read_transforms();
 
-  // As read last: the nodes of tree 0 or 1, and the tool point carried through both trees into the part's frame.
+  // As read last: the nodes of tree 0 or 1, and the tool point carried through both trees into the part's
+  // frame.
   const std::vector<SceneNode>& nodes(int tree) const { return m_trees[tree]; }
   Point p_tool_part() const;
 
@@ -38,7 +40,7 @@ class Scene {
   const std::vector<AxisNode*>& axes() const { return m_axes; }
 
  private:
-  void walk(int tree, md::sg::node* node, int parent);
+  void walk(int tree);
 
   md::CMachDef& m_machine;
   std::vector<SceneNode> m_trees[2];

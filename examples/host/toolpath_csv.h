@@ -18,9 +18,9 @@ struct Position {
   int line;      // of the file, the header is line 1
 };
 
-// Reads a whole path. The first line is `x,y,z,a,b,c`; every other one has six numbers, the last three in degrees.
-// Numbers are decimal with a point, whatever the system's language; nothing is skipped, guessed or filled in.
-// Throws InputError for a file that is not there or not like that.
+// Reads a whole path. The first line is `x,y,z,a,b,c`; every other one has six numbers, the last three in
+// degrees. Numbers are decimal with a point, whatever the system's language; nothing is skipped, guessed or
+// filled in. Throws InputError for a file that is not there or not like that.
 std::vector<Position> read_toolpath(const std::string& path);
 
 }  // namespace host

@@ -42,8 +42,8 @@ TEST(Initialise, TakesTheToolNodeToTheIdentity) {
   EXPECT_NEAR_MATRIX(m->machdef().tool_node()->transform(), Geometry::Matrix(), 0);
 }
 
-// Deliberate: the identity, while the pose at value 0 is the translation by minus the base point. What the ways back
-// add stays: (-300, 20, 50) + (0, 0, -80).
+// Deliberate: the identity, while the pose at value 0 is the translation by minus the base point. What the
+// ways back add stays: (-300, 20, 50) + (0, 0, -80).
 TEST(Initialise, IsNotTheZeroPoseOfTheTable) {
   const auto m = build(trunnion());
   initialise(m->machdef());

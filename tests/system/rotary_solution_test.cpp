@@ -1,4 +1,5 @@
-// The closed form by which the example tool paths find their rotary angles, against turning a direction by hand.
+// The closed form by which the example tool paths find their rotary angles, against turning a direction by
+// hand.
 #include "examples/rotary_solution.h"
 
 #include <cmath>

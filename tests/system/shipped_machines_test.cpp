@@ -1,4 +1,5 @@
-// The four machines of examples/machines: that they keep the rules, and that what follows from these holds on them.
+// The four machines of examples/machines: that they keep the rules, and that what follows from these holds on
+// them.
 #include <map>
 #include <set>
 #include <string>
@@ -29,7 +30,8 @@ vector_form::Axis vector_axis(const boost::shared_ptr<md::CAxis2>& axis) {
           vector_form::vec(axis->GetAxisVector())};
 }
 
-// Lengths within 1700 millimetres along both trees, in at most 12 products of 3 terms: 12 * 4 * eps * 1700 = 1.9e-11.
+// Lengths within 1700 millimetres along both trees, in at most 12 products of 3 terms: 12 * 4 * eps * 1700 =
+// 1.9e-11.
 constexpr double kTolerance = 1.9e-11;
 
 class ShippedMachine : public testing::TestWithParam<Shipped> {
@@ -238,8 +240,8 @@ TEST_P(ShippedMachine, ReadBackGivesWhatWasCommanded) {
   }
 }
 
-// The direction is turned as the points are: out of the head by the secondary and then the primary, into the part by the
-// primary and then the secondary.
+// The direction is turned as the points are: out of the head by the secondary and then the primary, into the
+// part by the primary and then the secondary.
 TEST_P(ShippedMachine, ToolDirectionTurnsThroughBothTrees) {
   Random random(94);
   for (int i = 0; i < 300; ++i) {
@@ -262,8 +264,8 @@ TEST_P(ShippedMachine, ToolDirectionTurnsThroughBothTrees) {
   }
 }
 
-// Where the table turns the part by one axis at most, that is the direction of Mach2PartCoords too. With two table axes
-// it is not, since that turns a direction by the secondary first.
+// Where the table turns the part by one axis at most, that is the direction of Mach2PartCoords too. With two
+// table axes it is not, since that turns a direction by the secondary first.
 TEST_P(ShippedMachine, ToolDirectionIsThatOfMach2PartCoordsUnlessBothAxesAreOnTheTable) {
   Random random(95);
   double largest = 0;

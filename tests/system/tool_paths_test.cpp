@@ -1,6 +1,6 @@
-// The tool paths of examples/toolpaths: does the cutter touch the dome and the blade, along the direction that it should
-// have there, within the machine's travels? Everything is worked out from the rows and from the shape of the part, whose
-// formulas are written down here once more.
+// The tool paths of examples/toolpaths: does the cutter touch the dome and the blade, along the direction
+// that it should have there, within the machine's travels? Everything is worked out from the rows and from
+// the shape of the part, whose formulas are written down here once more.
 #include <cmath>
 #include <fstream>
 #include <sstream>
@@ -109,7 +109,8 @@ TEST_P(ToolPath, TouchesTheDome) {
 // Two angles with six decimals of a degree: 2 * 5e-7 degrees.
 constexpr double kDirectionTolerance = 1.8e-8;
 
-// In round k the dome leans by theta = 10 + 5 k degrees and the tool by 6 + 0.7 theta, in the same vertical plane.
+// In round k the dome leans by theta = 10 + 5 k degrees and the tool by 6 + 0.7 theta, in the same vertical
+// plane.
 TEST_P(ToolPath, LeansTheToolOnTheDomeLessThanTheSurface) {
   const Vec centre = datum + Vec{-55, 0, 0} * size();
   const double normal_tolerance = tolerance / (45 * size());  // the ball's centre is 45 from the dome's
@@ -126,8 +127,9 @@ TEST_P(ToolPath, LeansTheToolOnTheDomeLessThanTheSurface) {
   }
 }
 
-// The rounds go all the way round: seen from above, the places of a round are 3.6 degrees apart. The innermost round has
-// the radius 45 sin 10 = 7.8, so two places that are off by 1.6e-6 at the smallest size turn by 2 * 1.6e-6 / 0.49.
+// The rounds go all the way round: seen from above, the places of a round are 3.6 degrees apart. The
+// innermost round has the radius 45 sin 10 = 7.8, so two places that are off by 1.6e-6 at the smallest size
+// turn by 2 * 1.6e-6 / 0.49.
 TEST_P(ToolPath, GoesRoundTheDome) {
   const Vec centre = datum + Vec{-55, 0, 0} * size();
   for (int round = 0; round < kDomeRounds; ++round) {
@@ -144,8 +146,9 @@ TEST_P(ToolPath, GoesRoundTheDome) {
   }
 }
 
-// The side of the cutter lies along the ruling and the ball's centre stands off the blade by its radius, along the
-// normal in the middle of the ruling. The normal is taken from places close by on the surface, not from a formula.
+// The side of the cutter lies along the ruling and the ball's centre stands off the blade by its radius,
+// along the normal in the middle of the ruling. The normal is taken from places close by on the surface, not
+// from a formula.
 TEST_P(ToolPath, LiesAlongTheFlankOfTheBlade) {
   for (int pass = 0; pass < kBladePasses; ++pass) {
     for (int i = 0; i < kBladePlaces; ++i) {

@@ -1,4 +1,5 @@
-// What goes wrong where a rule of docs/scene-graph.md is left out: each rule has a reason that can be measured.
+// What goes wrong where a rule of docs/scene-graph.md is left out: each rule has a reason that can be
+// measured.
 #include <cstdio>
 #include <string>
 
@@ -12,7 +13,8 @@ namespace {
 using namespace k5ax_test;
 using vector_form::Vec;
 
-// A table that turns about C through (10, 0, 0), with X, Y, Z on the head and the tool point at (5, 0, 0) at rest.
+// A table that turns about C through (10, 0, 0), with X, Y, Z on the head and the tool point at (5, 0, 0) at
+// rest.
 TreePlan turntable() {
   TreePlan plan;
   plan.rotary.type = MC_TT;
@@ -39,9 +41,9 @@ TEST(ZeroingTheTable, MakesThePoseStandForItself) {
   EXPECT_NEAR_POINT(tool_on_part(m->machdef()), kOnTurntable, kTolerance);
 }
 
-// Deliberate: the update measures the tool point with the table as it finds it. With C still at 90 the tool point (5, 0)
-// is seen at (10, -5), the slides are set to (1, 2) - (10, -5) = (-9, 7), and the tool, at (-4, 7), ends on the part at
-// (10, 0) + a quarter turn of (-14, 7), which is (3, -14).
+// Deliberate: the update measures the tool point with the table as it finds it. With C still at 90 the tool
+// point (5, 0) is seen at (10, -5), the slides are set to (1, 2) - (10, -5) = (-9, 7), and the tool, at (-4,
+// 7), ends on the part at (10, 0) + a quarter turn of (-14, 7), which is (3, -14).
 TEST(ZeroingTheTable, LeftOutLetsTheLastPoseIntoThisOne) {
   const auto m = build(turntable());
   zero_table(m->machdef());
@@ -50,8 +52,8 @@ TEST(ZeroingTheTable, LeftOutLetsTheLastPoseIntoThisOne) {
   EXPECT_NEAR_POINT(tool_on_part(m->machdef()), Point(3, -14, 3), kTolerance);
 }
 
-// Deliberate: with C at 90, Y on the table points along X on the part. The two are taken for parallel and X, which no
-// flag makes the winner, is dropped: it stays where the pose before has put it, at 7 - 5.
+// Deliberate: with C at 90, Y on the table points along X on the part. The two are taken for parallel and X,
+// which no flag makes the winner, is dropped: it stays where the pose before has put it, at 7 - 5.
 TEST(ZeroingTheTable, LeftOutDropsASlideThatATurnedTableSlideIsParallelTo) {
   TreePlan plan = turntable();
   plan.slide_on_table[1] = true;
@@ -74,8 +76,9 @@ TEST(ZeroingTheTable, KeepsASlideThatATurnedTableSlideWouldBeParallelTo) {
 
 // ---- the way back ----
 
-// Without the fixed node the table turns about the axis but stays off by the base point: the update places the tool on
-// (1, 2) as measured through Translate(-10, 0, 0), so the tool is at (11, 2), 1 and 2 from the axis, and ends at (-2, 1).
+// Without the fixed node the table turns about the axis but stays off by the base point: the update places
+// the tool on (1, 2) as measured through Translate(-10, 0, 0), so the tool is at (11, 2), 1 and 2 from the
+// axis, and ends at (-2, 1).
 TEST(WayBack, LeftOutPutsThePartOffByTheBasePoint) {
   const NodePtr c = rotary_node(kPrimaryId, AXIS_C, TABLE, Point(0, 0, 1), Point(10, 0, 0));
   SceneMachine m(
@@ -86,7 +89,8 @@ TEST(WayBack, LeftOutPutsThePartOffByTheBasePoint) {
   EXPECT_NEAR_POINT(tool_on_part(m.machdef()), Point(-2, 1, 3), kTolerance);
 }
 
-// On the leaf side the two offsets meet before the rotation: the part turns about the origin and not about the axis.
+// On the leaf side the two offsets meet before the rotation: the part turns about the origin and not about
+// the axis.
 TEST(WayBack, OnTheLeafSideTurnsAboutTheOrigin) {
   const NodePtr c = rotary_node(kPrimaryId, AXIS_C, TABLE, Point(0, 0, 1), Point(10, 0, 0));
   SceneMachine m(

@@ -1,5 +1,5 @@
-// Machines with both trees, put together by the rules of docs/scene-graph.md, and what must come out of them, worked
-// out with plain vectors.
+// Machines with both trees, put together by the rules of docs/scene-graph.md, and what must come out of them,
+// worked out with plain vectors.
 #ifndef K5AX_TESTS_SYSTEM_TREE_SUPPORT_H
 #define K5AX_TESTS_SYSTEM_TREE_SUPPORT_H
 
@@ -50,7 +50,8 @@ inline NodePtr slide_node(int which, bool on_table) {
                    Point(), directions[which], kDriven);
 }
 
-// The way back and the node of a rotary axis, onto the chain; the node, or empty where there is no such axis there.
+// The way back and the node of a rotary axis, onto the chain; the node, or empty where there is no such axis
+// there.
 inline NodePtr push_rotary(std::vector<NodePtr>& chain, int id, const vector_form::Axis& axis,
                            AXIS_LOCATION location) {
   if (!axis.present || axis.location != location) return NodePtr();
@@ -91,8 +92,8 @@ inline std::unique_ptr<SceneMachine> build(const TreePlan& plan) {
   return machine;
 }
 
-// Any of the three types, with one rotary axis missing now and then, skew lines anywhere, slides on either side, and a
-// straight or an angled head.
+// Any of the three types, with one rotary axis missing now and then, skew lines anywhere, slides on either
+// side, and a straight or an angled head.
 inline TreePlan random_plan(Random& random) {
   static const AXIS_LOCATION locations[3][2] = {{TABLE, TABLE}, {TABLE, HEAD}, {HEAD, HEAD}};
   TreePlan plan;
@@ -119,8 +120,8 @@ inline TreePlan random_plan(Random& random) {
   return plan;
 }
 
-// Where the tool point is in machine coordinates with the slides at 0: out of the angled head, off the nose, and turned
-// about the head's own lines, the secondary's first, since the primary carries it.
+// Where the tool point is in machine coordinates with the slides at 0: out of the angled head, off the nose,
+// and turned about the head's own lines, the secondary's first, since the primary carries it.
 inline vector_form::Vec tool_at_rest(const TreePlan& plan, const vector_form::Vec& abc) {
   using vector_form::Vec;
   const Vec lower = vector_form::turned(Vec{0, 0, -plan.head_length2}, {0, 1, 0}, plan.head_tilt);
@@ -182,8 +183,8 @@ inline NodePtr node_with_id(const md::CMachDef& machdef, int id) {
   return NodePtr();
 }
 
-// Lengths of random machines add up to some 300 * sqrt(3) * 8 = 4200 along both trees, in at most 12 products of 3 terms:
-// 12 * 4 * eps * 4200 = 4.5e-11.
+// Lengths of random machines add up to some 300 * sqrt(3) * 8 = 4200 along both trees, in at most 12 products
+// of 3 terms: 12 * 4 * eps * 4200 = 4.5e-11.
 constexpr double kTreeTolerance = 4.5e-11;
 
 }  // namespace k5ax_test

@@ -1,5 +1,5 @@
-// The trees of a machine and its transforms say the same: where the table takes a point, where the tool point is after
-// an update, and where the slides are for it.
+// The trees of a machine and its transforms say the same: where the table takes a point, where the tool point
+// is after an update, and where the slides are for it.
 #include <gtest/gtest.h>
 
 #include "support/near.h"
@@ -68,7 +68,8 @@ TEST(LeafStack, IsTheIdentityWithEveryAxisAtZero) {
   EXPECT_NEAR_MATRIX(node_to_root(first_leaf(m->machdef())), Geometry::Matrix(), 0);
 }
 
-// The part frame is the machine frame moved by the slide: a tool 10 further along X is 10 further along X on the part.
+// The part frame is the machine frame moved by the slide: a tool 10 further along X is 10 further along X on
+// the part.
 TEST(LeafStack, MovesByTheTableSlideBeforeItTurns) {
   const auto m = build(trunnion());
   turn_axes(m->machdef(), {0, 0, math::m_pi2});
@@ -111,8 +112,8 @@ TEST(SwivelHead, ToolPointLandsOnXyzTurnedByTheTable) {
   EXPECT_NEAR_POINT(tool_on_part(m->machdef()), Point(-20, 10, 30), kTolerance);
 }
 
-// A = 90 takes the tool point, 300 under A's line, to +Y of it (about +X, -Z goes to +Y); C = 90, which carries A, takes
-// that to -X.
+// A = 90 takes the tool point, 300 under A's line, to +Y of it (about +X, -Z goes to +Y); C = 90, which
+// carries A, takes that to -X.
 TEST(ForkHead, PrimaryCarriesTheSecondary) {
   const auto m = build(fork_head());
   ASSERT_TRUE(m->update(Point(10, 20, 30), Point(math::m_pi2, 0, math::m_pi2)));

@@ -1,4 +1,5 @@
-// A machine with trees in another unit: what `scale` does to them, and what the recipe of docs/scene-graph.md puts right.
+// A machine with trees in another unit: what `scale` does to them, and what the recipe of docs/scene-graph.md
+// puts right.
 #include <string>
 
 #include <gtest/gtest.h>
@@ -14,7 +15,8 @@ using vector_form::Vec;
 
 constexpr double kInch = 25.4;
 
-// Millimetres within 1700 along both trees: 12 * 4 * eps * 1700 = 1.9e-11, and twice that for the change itself.
+// Millimetres within 1700 along both trees: 12 * 4 * eps * 1700 = 1.9e-11, and twice that for the change
+// itself.
 constexpr double kTolerance = 4e-11;
 
 const Point kXyz(3, -2, -22);
@@ -42,7 +44,7 @@ class InchMachine : public testing::Test {
   std::map<int, double> value_inch;
 };
 
-// Deliberate: the tool node keeps its lengths, and the ways back theirs, so the head's B^-1 and B no longer cancel.
+// Deliberate: the tool node keeps its lengths and the ways back theirs, while the axes' base points change.
 TEST_F(InchMachine, ScaledDoesNotFitItsAxes) {
   machdef.scale(true);
   pose(kInch);
