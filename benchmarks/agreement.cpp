@@ -11,8 +11,8 @@ namespace bench {
 
 namespace {
 
-// Chains of some twenty products and sums of lengths up to 1,000: 20 * 1000 * 2.2e-16 is 5e-12. What is really computed
-// otherwise is off by millimetres, or by the 1e-5 of a tilt.
+// Chains of some twenty products and sums of lengths up to 1,000: 20 * 1000 * 2.2e-16 is 5e-12. What is
+// really computed otherwise is off by millimetres, or by the 1e-5 of a tilt.
 constexpr double kSame = 1e-9;
 
 // 1 - cos of the angle between tool and rotary axis below which the tool is axial; the library's own figure.
@@ -163,8 +163,8 @@ JointValues values_of(const naive::Scene& scene) {
           scene.value_of(AXIS_C)};
 }
 
-// Where the tool point is with every axis at 0: no axis is turned or moved, so the fixed offsets of the first tree
-// simply add up, and those of the second cancel.
+// Where the tool point is with every axis at 0: no axis is turned or moved, so the fixed offsets of the first
+// tree simply add up, and those of the second cancel.
 Point tool_point_at_zero(const md::CMachDef& machine) {
   Point p;
   for (const boost::shared_ptr<md::sg::node>& n : md::sg::node::all_nodes(machine.SG()[0])) {
@@ -213,7 +213,8 @@ void check_poses(Check& check, PosedMachine& posed) {
     check.near(posed.naive.read_back(), read);
   }
 
-  // What is timed: one position after the other, the tool point measured from the table as the last one left it.
+  // What is timed: one position after the other, the tool point measured from the table as the last one left
+  // it.
   for (std::size_t i = 0; i < kPositionCount; ++i) {
     const Position& position = positions()[i];
     check.begin("update after update, naive and k5ax (" + posed.label + ")", i);

@@ -22,8 +22,8 @@ struct Agreement {
   double worst_difference = 0;  // millimetres, radians, and components of rotations
 };
 
-// Compares the sides at every position, and throws a Disagreement at the first number that is off. Leaves the machines
-// in other poses.
+// Compares the sides at every position, and throws a Disagreement at the first number that is off. Leaves the
+// machines in other poses.
 Agreement check_agreement(Sides& sides, const ScratchFolder& scratch);
 
 }  // namespace bench

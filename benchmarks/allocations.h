@@ -6,8 +6,8 @@
 
 namespace bench {
 
-// Calls of operator new since the start. This program replaces that operator, for itself and for the libraries it
-// loads, by one that counts and then does what the standard library's does.
+// Calls of operator new since the start. This program replaces that operator, for itself and for the
+// libraries it loads, by one that counts and then does what the standard library's does.
 std::size_t allocation_count();
 
 }  // namespace bench

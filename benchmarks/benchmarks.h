@@ -3,6 +3,7 @@
 #ifndef K5AX_BENCHMARKS_BENCHMARKS_H
 #define K5AX_BENCHMARKS_BENCHMARKS_H
 
+#include <array>
 #include <cstddef>
 #include <memory>
 #include <string>
@@ -28,11 +29,34 @@ void measure_positions(const std::string& name, Operation operation) {
   });
 }
 
-// One call like the other. Files are measured by the clock, since waiting for the disk is what they cost.
+// One call like the other. Saving is then told to use the clock, since waiting for the disk is what it costs;
+// all else is measured in processor time, the system's part included, so that other programs' turns do not
+// count.
 template <class Operation>
 benchmark::internal::Benchmark* measure(const std::string& name, Operation operation) {
   return benchmark::RegisterBenchmark(name.c_str(), [operation](benchmark::State& state) mutable {
     for (auto _ : state) operation();
+  });
+}
+
+// One call like the other, each into a machine that is empty while the pools are warm. Emptying is not part
+// of the time, so it happens to several machines at once: stopping the clock costs more than what is timed.
+template <class Operation>
+void measure_into_empty(const std::string& name, Operation operation) {
+  constexpr std::size_t kMachines = 16;
+  const auto machines = std::make_shared<std::array<md::CMachDef, kMachines>>();
+  benchmark::RegisterBenchmark(name.c_str(), [operation, machines](benchmark::State& state) {
+    std::size_t next = 0;
+    for (auto _ : state) {
+      if (next == kMachines) {
+        state.PauseTiming();
+        for (md::CMachDef& machine : *machines) machine.reset();
+        next = 0;
+        state.ResumeTiming();
+      }
+      operation((*machines)[next++]);
+    }
+    for (md::CMachDef& machine : *machines) machine.reset();
   });
 }
 

@@ -76,7 +76,7 @@ void register_growth(std::vector<Grown>& all_grown) {
       copy->reset();
       int loaded = MachdefLoad(copy, grown->path.c_str());
       benchmark::DoNotOptimize(loaded);
-    })->UseRealTime();
+    });
     measure("growth: save" + of, [machine, grown] {
       int saved = MachdefSave(machine, grown->path.c_str());
       benchmark::DoNotOptimize(saved);

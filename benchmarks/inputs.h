@@ -17,7 +17,8 @@ struct Position {
   Point abc;
 };
 
-// So many that no branch predictor knows the angles by heart, and few enough that they stay in the first cache.
+// So many that no branch predictor knows the angles by heart, and few enough that they stay in the first
+// cache.
 constexpr std::size_t kPositionCount = 1024;
 
 // The same ones in every run and on every system.

@@ -55,7 +55,8 @@ class Pieces {
     }
   }
 
-  // An offset is part of the segment before it, or, the tool and what has none before it, a segment of its own.
+  // An offset is part of the segment before it, or, the tool and what has none before it, a segment of its
+  // own.
   void end_offset(bool of_tool) {
     if (m_offset_reached == nullptr) return;
     const bool does_nothing = KDL::Equal(m_offset, KDL::Frame::Identity(), kSame);

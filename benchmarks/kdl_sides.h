@@ -1,5 +1,5 @@
-// The same machine in Orocos KDL, used the way its users do: chains and solvers are made once, joint arrays and frames
-// are kept, and the solving itself asks for no memory.
+// The same machine in Orocos KDL, used the way its users do: chains and solvers are made once, joint arrays
+// and frames are kept, and the solving itself asks for no memory.
 #ifndef K5AX_BENCHMARKS_KDL_SIDES_H
 #define K5AX_BENCHMARKS_KDL_SIDES_H
 
@@ -40,9 +40,9 @@ class KdlTable {
   KDL::Frame m_part_to_mach;
 };
 
-// Both trees as chains, from the root to the tool and from the part to the machine frame, with the frame after every
-// segment. One segment does what a rotary node and its fixed node do together. The linear values are given: KDL has no
-// counterpart to solving them.
+// Both trees as chains, from the root to the tool and from the part to the machine frame, with the frame
+// after every segment. One segment does what a rotary node and its fixed node do together. The linear values
+// are given: KDL has no counterpart to solving them.
 class KdlPose {
  public:
   struct Branch {
@@ -54,8 +54,8 @@ class KdlPose {
     std::vector<KDL::Frame> frames;
   };
 
-  // Throws std::runtime_error for trees that are not slides, rotary axes with the fixed node of their line, offsets and
-  // a tool.
+  // Throws std::runtime_error for trees that are not slides, rotary axes with the fixed node of their line,
+  // offsets and a tool.
   explicit KdlPose(const md::CMachDef& machine);
 
   void solve(const JointValues& values) {

@@ -1,5 +1,5 @@
-// L, what one point costs at the least: straight inlined C++, two sincos of the C library and two rotations about
-// lines, no objects. Also the second formulation that the sides' numbers are checked with.
+// L, what one point costs at the least: straight inlined C++, two sincos of the C library and two rotations
+// about lines, no objects. Also the second formulation that the sides' numbers are checked with.
 #ifndef K5AX_BENCHMARKS_LIMIT_H
 #define K5AX_BENCHMARKS_LIMIT_H
 

@@ -27,8 +27,8 @@ struct Axes {
   Axis x, y, z, primary, secondary;
 };
 
-// Millimetres. The rotary lines are off the origin, and tilted by what is found when a machine is measured, and so is Z
-// against X and Y.
+// Millimetres. The rotary lines are off the origin, and tilted by what is found when a machine is measured,
+// and so is Z against X and Y.
 Axes make_axes() {
   Axes axes;
   axes.x = md::CAxis2::create(AXIS_X, TABLE, CUtility::pt_o, CUtility::pt_x, -250, 250, LINEAR);

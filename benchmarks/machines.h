@@ -17,8 +17,8 @@ using Machine = std::unique_ptr<md::CMachDef>;
 // Axes and head, no trees.
 Machine make_axes_only();
 
-// Two trees of nine nodes in all: Y, Z and the tool under a frame; C and A, each with the fixed node that takes it back
-// to its line, and X.
+// Two trees of nine nodes in all: Y, Z and the tool under a frame; C and A, each with the fixed node that
+// takes it back to its line, and X.
 Machine make_nine_nodes();
 
 // Where the nodes beyond the first nine hang.
@@ -27,12 +27,12 @@ enum class Shape {
   deep   // one under the other, between the first tree's root and what the update drives
 };
 
-// `count` nodes, nine at least. Of the further nodes every other is plain, the rest are axis nodes that the update does
-// not drive.
+// `count` nodes, nine at least. Of the further nodes every other is plain, the rest are axis nodes that the
+// update does not drive.
 Machine make_grown(Shape shape, int count);
 
-// A machine of this file's kind (primary A and secondary C, both on the table, with trees) from a file; throws
-// std::runtime_error when it is something else.
+// A machine of this file's kind (primary A and secondary C, both on the table, with trees) from a file;
+// throws std::runtime_error when it is something else.
 Machine load_machine(const std::string& path);
 
 TableLines table_lines(const md::CMachDef& machine);

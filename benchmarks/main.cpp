@@ -1,4 +1,5 @@
-// k5ax_bench: k5ax beside the limit, Orocos KDL, a naive scene graph and raw input and output, all in one run.
+// k5ax_bench: k5ax beside the limit, Orocos KDL, a naive scene graph and raw input and output, all in one
+// run.
 #include <stdlib.h>
 
 #include <exception>

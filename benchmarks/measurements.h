@@ -22,9 +22,10 @@ Quartiles quartiles(std::vector<double> sample);
 // Nanoseconds per call of everything that was measured: one value a round.
 class Measurements : public benchmark::BenchmarkReporter {
  public:
-  // Every registered measurement once, in the order of registration, `rounds` times over. Noise that lasts longer than
-  // one measurement so hits all sides alike, and a ratio is made of values that were taken next to each other. A first
-  // round is for warming up and is thrown away. Throws std::runtime_error when nothing is registered.
+  // Every registered measurement once, in the order of registration, `rounds` times over. Noise that lasts
+  // longer than one measurement so hits all sides alike, and a ratio is made of values that were taken next
+  // to each other. A first round is for warming up and is thrown away. Throws std::runtime_error when nothing
+  // is registered.
   void run(int rounds);
 
   // Empty when there is none, which happens when the command line filters.

@@ -201,7 +201,8 @@ bool Scene::update(const Position& position) {
     d_world[letter] =
         carried_direction(by_letter[letter]->axis->u_direction, node_to_root(by_letter[letter]));
 
-  // With the table as the last position left it, X may run along Y: of two parallel slides one stays where it is.
+  // With the table as the last position left it, X may run along Y: of two parallel slides one stays where it
+  // is.
   std::map<AXIS_TYPE, bool> active = {{AXIS_X, true}, {AXIS_Y, true}, {AXIS_Z, true}};
   for (std::pair<AXIS_TYPE, Point> first : d_world)
     for (std::pair<AXIS_TYPE, Point> second : d_world) {

@@ -1,6 +1,6 @@
-// The same machine as a scene graph written without a thought for cost: shared pointers go by value, kinds are asked by
-// dynamic casts, every call builds its lists and maps, and everything is a product of 4x4 matrices. It stands here to
-// show what k5ax leaves out.
+// The same machine as a scene graph written without a thought for cost: shared pointers go by value, kinds
+// are asked by dynamic casts, every call builds its lists and maps, and everything is a product of 4x4
+// matrices. It stands here to show what k5ax leaves out.
 #ifndef K5AX_BENCHMARKS_NAIVE_SCENE_H
 #define K5AX_BENCHMARKS_NAIVE_SCENE_H
 
@@ -64,7 +64,8 @@ class Scene {
 
   Point part_to_mach(const Position& position) const;
 
-  // What the update does on a machine with one slide for each of X, Y and Z. False where the target is out of reach.
+  // What the update does on a machine with one slide for each of X, Y and Z. False where the target is out of
+  // reach.
   bool update(const Position& position);
   // Every rotary node of the table to its angle 0.
   void zero_table();

@@ -1,5 +1,5 @@
-// What the operating system alone takes for reading and for safely replacing a file: no buffers, no checks of what
-// stands at the path.
+// What the operating system alone takes for reading and for safely replacing a file: no buffers, no checks of
+// what stands at the path.
 #ifndef K5AX_BENCHMARKS_RAW_FILES_H
 #define K5AX_BENCHMARKS_RAW_FILES_H
 

@@ -18,7 +18,8 @@ namespace {
 
 const char* const kLimit = "part to machine/L";
 
-// An operation, what it is measured against and what is asked of it. Without a reference the figures are microseconds.
+// An operation, what it is measured against and what is asked of it. Without a reference the figures are
+// microseconds.
 struct Row {
   std::string operation;
   std::string name;
@@ -75,6 +76,11 @@ std::vector<Comparison> make_comparisons(const std::vector<std::string>& labels)
     comparisons.push_back({"read back, " + label, "read back" + of + "/k5ax", {"read back" + of + "/naive"}});
     comparisons.push_back({"states, " + label, "states, flat" + of + "/k5ax", {"states" + of + "/naive"}});
     comparisons.push_back({"clone, " + label, "clone" + of + "/k5ax", {"clone" + of + "/naive"}});
+    comparisons.push_back({"clone into an empty machine, " + label,
+                           "clone into an empty machine" + of + "/k5ax",
+                           {"clone" + of + "/naive"}});
+    comparisons.push_back(
+        {"reset and load, " + label, "reset and load" + of + "/k5ax", {"load" + of + "/raw"}});
   }
   return comparisons;
 }
@@ -82,8 +88,9 @@ std::vector<Comparison> make_comparisons(const std::vector<std::string>& labels)
 const char* const kGrowing[] = {"update", "walk", "walk by list", "clone", "save", "load"};
 const char* const kShapes[] = {"wide", "deep"};
 
-// The exponent of the cost between 90 and 9,000 nodes up to which growth counts as linear. Linear is 1, each further
-// node costs as much as the last; a larger tree leaves the caches, which is the slack; a search in every step would be 2.
+// The exponent of the cost between 90 and 9,000 nodes up to which growth counts as linear. Linear is 1, each
+// further node costs as much as the last; a larger tree leaves the caches, which is the slack; a search in
+// every step would be 2.
 constexpr double kLinear = 1.3;
 
 struct Growth {

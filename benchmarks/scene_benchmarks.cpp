@@ -72,6 +72,10 @@ void register_scenes(PosedMachine& posed) {
     k5axCMachDef_clone(copy.get(), machine);
     benchmark::DoNotOptimize(copy.get());
   });
+  measure_into_empty("clone into an empty machine" + of + "/k5ax", [machine](md::CMachDef& into) {
+    k5axCMachDef_clone(&into, machine);
+    benchmark::DoNotOptimize(&into);
+  });
   measure("clone" + of + "/naive", [naive] {
     const naive::Scene copy(*naive);
     benchmark::DoNotOptimize(&copy);

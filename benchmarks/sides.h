@@ -25,8 +25,8 @@ struct PosedMachine {
   std::vector<md::sg::node*> nodes;
   std::vector<md::sg::node*> axis_nodes;
 
-  // Of every position: the axis values that reach it from a table at its zero pose, and the states of the axis nodes
-  // then. KDL is given the values, and restoring the states starts from them.
+  // Of every position: the axis values that reach it from a table at its zero pose, and the states of the
+  // axis nodes then. KDL is given the values, and restoring the states starts from them.
   std::vector<JointValues> joints;
   std::vector<std::vector<node_state>> states;
   std::vector<std::map<int, node_state>> state_maps;
