@@ -17,6 +17,7 @@ using k5ax_test::axis_node;
 using k5ax_test::AxisNodePtr;
 using k5ax_test::AxisPool;
 using k5ax_test::AxisPtr;
+using k5ax_test::Bytes;
 using k5ax_test::clone_of;
 using k5ax_test::expect_head;
 using k5ax_test::find_axis_node;
@@ -164,19 +165,19 @@ TEST(MachineClone, ChangesNothingInItsSource) {
   const auto source = full_machine();
   const std::vector<AxisPtr> axes = axes_of(*source);
   const std::vector<NodePtr> nodes = nodes_of(*source);
-  const std::vector<unsigned char> before = k5ax_test::written(*source);
+  const Bytes before = k5ax_test::saved(*source);
 
   const auto clone = clone_of(*source);
 
   EXPECT_EQ(axes_of(*source), axes);
   EXPECT_EQ(nodes_of(*source), nodes);
-  EXPECT_EQ(k5ax_test::written(*source), before);
+  EXPECT_SAME_BYTES(k5ax_test::saved(*source), before);
   for (const AxisPtr& axis : axes) EXPECT_EQ(axis->machdef(), nullptr);
 }
 
 TEST(MachineClone, IsIndependentOfItsSource) {
   const auto source = full_machine();
-  const std::vector<unsigned char> before = k5ax_test::written(*source);
+  const Bytes before = k5ax_test::saved(*source);
   const auto clone = clone_of(*source);
 
   for (const AxisPtr& axis : axes_of(*clone)) axis->SetMax(9999);
@@ -188,15 +189,15 @@ TEST(MachineClone, IsIndependentOfItsSource) {
   clone->SG()[0]->add_child(plain_node(50));
   clone->reset();
 
-  EXPECT_EQ(k5ax_test::written(*source), before);
+  EXPECT_SAME_BYTES(k5ax_test::saved(*source), before);
 }
 
 TEST(MachineClone, OutlivesItsSource) {
   auto source = full_machine();
   const auto clone = clone_of(*source);
-  const std::vector<unsigned char> before = k5ax_test::written(*clone);
+  const Bytes before = k5ax_test::saved(*clone);
   source.reset();
-  EXPECT_EQ(k5ax_test::written(*clone), before);
+  EXPECT_SAME_BYTES(k5ax_test::saved(*clone), before);
 }
 
 TEST(MachineClone, OwnsItsFiveAxes) {
@@ -319,14 +320,14 @@ TEST(MachineClone, IntoItselfChangesNothing) {
   const auto machdef = listed_machine();
   const std::vector<AxisPtr> axes = axes_of(*machdef);
   const std::vector<NodePtr> nodes = nodes_of(*machdef);
-  const std::vector<unsigned char> before = k5ax_test::written(*machdef);
+  const Bytes before = k5ax_test::saved(*machdef);
   ASSERT_EQ(nodes.size(), k5ax_test::kSceneNodes);
 
   for (unsigned int flags = 0; flags < 4; ++flags) {
     machdef->clone(*machdef, flags);
     EXPECT_EQ(axes_of(*machdef), axes) << "flags " << flags;
     EXPECT_EQ(nodes_of(*machdef), nodes) << "flags " << flags;
-    EXPECT_EQ(k5ax_test::written(*machdef), before) << "flags " << flags;
+    EXPECT_SAME_BYTES(k5ax_test::saved(*machdef), before) << "flags " << flags;
   }
 }
 
@@ -395,7 +396,7 @@ TEST(MachineCloneRotaryNodes, MayBeTheSameNodeTwice) {
 
 TEST(MachineCloneToolNode, IsTheToolNodeOfTheClonedTrees) {
   const auto clone = clone_of(*full_machine());
-  EXPECT_EQ(clone->tool_node(), find_node(*clone, k5ax_test::kTool));
+  EXPECT_EQ(clone->tool_node(), find_node(*clone, k5ax_test::kToolNode));
 }
 
 TEST(MachineCloneToolNode, IsEmptyWhereTheSourceNamesNone) {
@@ -418,7 +419,7 @@ TEST(MachineCloneToolNode, IsTheFirstOneWhicheverTheSourceNames) {
   find_node(*source, k5ax_test::kPartLeaf)->add_child(second);
   source->tool_node(second);
   const auto clone = clone_of(*source);
-  EXPECT_EQ(clone->tool_node(), find_node(*clone, k5ax_test::kTool));
+  EXPECT_EQ(clone->tool_node(), find_node(*clone, k5ax_test::kToolNode));
 }
 
 TEST(MachineClone, OfOneTreeHasThatTreeAlone) {

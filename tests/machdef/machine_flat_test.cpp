@@ -24,13 +24,14 @@ using Geometry::TPoint;
 using k5ax_test::axes_of;
 using k5ax_test::AxisPool;
 using k5ax_test::AxisPtr;
+using k5ax_test::Bytes;
 using k5ax_test::clone_of;
 using k5ax_test::expect_head;
 using k5ax_test::full_machine;
 using k5ax_test::listed_machine;
 using k5ax_test::NodePtr;
 using k5ax_test::nodes_of;
-using k5ax_test::written;
+using k5ax_test::saved;
 using md::CMachDef;
 
 // What a host holds in C++ is the class itself.
@@ -40,7 +41,7 @@ TEST(FlatCreate, MakesAnEmptyMachine) {
   CMachDef* machdef = k5axCMachDef_create();
   ASSERT_NE(machdef, nullptr);
   CMachDef fresh;
-  EXPECT_EQ(written(*machdef), written(fresh));
+  EXPECT_SAME_BYTES(saved(*machdef), saved(fresh));
   k5axCMachDef_free(&machdef);
 }
 
@@ -70,7 +71,7 @@ TEST(FlatClone, TakesMachineAndScene) {
   const auto source = full_machine();
   CMachDef target;
   k5axCMachDef_clone(&target, source.get());
-  EXPECT_EQ(written(target), written(*source));
+  EXPECT_SAME_BYTES(saved(target), saved(*source));
   EXPECT_TRUE(target.getPrimary());
   EXPECT_TRUE(target.SG()[0]);
 }
@@ -83,9 +84,9 @@ TEST(FlatClone, IntoNullDoesNothing) {
 
 TEST(FlatClone, IntoItselfChangesNothing) {
   const auto machdef = listed_machine();
-  const std::vector<unsigned char> before = written(*machdef);
+  const Bytes before = saved(*machdef);
   k5axCMachDef_clone(machdef.get(), machdef.get());
-  EXPECT_EQ(written(*machdef), before);
+  EXPECT_SAME_BYTES(saved(*machdef), before);
 }
 
 TEST(FlatCloneOfParts, TakesTheMachineAtOne) {
@@ -331,15 +332,15 @@ class FlatFile : public testing::Test {
 
   const char* path() const { return m_path.c_str(); }
 
-  std::vector<unsigned char> content() const {
+  Bytes content() const {
     std::ifstream file(m_path, std::ios::binary);
     EXPECT_TRUE(file.is_open());
-    return std::vector<unsigned char>(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
+    return Bytes(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
   }
 
-  void put(const std::vector<unsigned char>& bytes) const {
+  void put(const Bytes& bytes) const {
     std::ofstream file(m_path, std::ios::binary);
-    for (const unsigned char byte : bytes) file.put(static_cast<char>(byte));
+    file << bytes;
     ASSERT_TRUE(file.good());
   }
 
@@ -385,20 +386,20 @@ TEST_F(FlatFile, SavedAndLoadedIsTheSameMachine) {
   }
   EXPECT_EQ(loaded.SG_RotAxs()[0], k5ax_test::find_node(loaded, k5ax_test::kRotaryC));
   EXPECT_EQ(loaded.SG_RotAxs()[1], k5ax_test::find_node(loaded, k5ax_test::kRotaryA));
-  EXPECT_EQ(loaded.tool_node(), k5ax_test::find_node(loaded, k5ax_test::kTool));
+  EXPECT_EQ(loaded.tool_node(), k5ax_test::find_node(loaded, k5ax_test::kToolNode));
 }
 
 TEST_F(FlatFile, SavedHoldsTheRecordAndNothingElse) {
   const auto machdef = full_machine();
   ASSERT_EQ(MachdefSave(machdef.get(), path()), 1);
-  EXPECT_EQ(content(), written(*machdef));
+  EXPECT_SAME_BYTES(content(), saved(*machdef));
 }
 
 TEST_F(FlatFile, SavingChangesNothingInTheMachine) {
   const auto machdef = full_machine();
-  const std::vector<unsigned char> before = written(*machdef);
+  const Bytes before = saved(*machdef);
   ASSERT_EQ(MachdefSave(machdef.get(), path()), 1);
-  EXPECT_EQ(written(*machdef), before);
+  EXPECT_SAME_BYTES(saved(*machdef), before);
 }
 
 TEST_F(FlatFile, LoadedAxesHaveNoOwner) {
@@ -424,28 +425,28 @@ class FailedLoad : public FlatFile {};
 
 TEST_F(FailedLoad, OfAMissingFileLeavesTheMachine) {
   const auto machdef = full_machine();
-  const std::vector<unsigned char> before = written(*machdef);
+  const Bytes before = saved(*machdef);
   EXPECT_EQ(MachdefLoad(machdef.get(), path()), 0);
-  EXPECT_EQ(written(*machdef), before);
+  EXPECT_SAME_BYTES(saved(*machdef), before);
 }
 
 TEST_F(FailedLoad, OfAFolderLeavesTheMachine) {
   const auto machdef = full_machine();
-  const std::vector<unsigned char> before = written(*machdef);
+  const Bytes before = saved(*machdef);
   EXPECT_EQ(MachdefLoad(machdef.get(), testing::TempDir().c_str()), 0);
-  EXPECT_EQ(written(*machdef), before);
+  EXPECT_SAME_BYTES(saved(*machdef), before);
 }
 
 TEST_F(FailedLoad, OfANullOrEmptyPathLeavesTheMachine) {
   const auto machdef = full_machine();
-  const std::vector<unsigned char> before = written(*machdef);
+  const Bytes before = saved(*machdef);
   EXPECT_EQ(MachdefLoad(machdef.get(), nullptr), 0);
   EXPECT_EQ(MachdefLoad(machdef.get(), ""), 0);
-  EXPECT_EQ(written(*machdef), before);
+  EXPECT_SAME_BYTES(saved(*machdef), before);
 }
 
 TEST_F(FailedLoad, OfAnEmptyFileAnswersZero) {
-  put({});
+  put(Bytes());
   CMachDef machdef;
   EXPECT_EQ(MachdefLoad(&machdef, path()), 0);
 }
@@ -453,7 +454,7 @@ TEST_F(FailedLoad, OfAnEmptyFileAnswersZero) {
 // Deliberate: a machine that a damaged file was read into is not reset; a host looks at the answer.
 TEST_F(FailedLoad, OfATruncatedFileLeavesWhatWasRead) {
   // Version, type, mode and unit are four bytes each, the loading vector follows: cut within the work zero.
-  std::vector<unsigned char> bytes = written(*full_machine());
+  Bytes bytes = saved(*full_machine());
   bytes.resize(16 + 24 + 8);
   put(bytes);
   CMachDef machdef;
@@ -474,7 +475,7 @@ TEST_F(FailedLoad, ByARefusalOfTheRecordAnswersZeroToo) {
   // slots and the count, as 4 bytes.
   CMachDef one_node;
   one_node.SG()[0] = k5ax_test::plain_node(1);
-  std::vector<unsigned char> bytes = written(one_node);
+  Bytes bytes = saved(one_node);
   const std::size_t kind_at = 4 * 4 + 2 * 24 + 136 + 5 * 4 + 4;
   ASSERT_EQ(bytes[kind_at], 0);
   bytes[kind_at] = 5;
@@ -511,7 +512,7 @@ TEST_F(FailedSave, OntoAFullDeviceAnswersZero) {
 
 TEST_F(FlatFile, IsClosedWhenTheCallReturns) {
   const auto machdef = full_machine();
-  std::vector<unsigned char> truncated = written(*machdef);
+  Bytes truncated = saved(*machdef);
   truncated.resize(100);
   const std::size_t before = open_descriptors();
 
@@ -538,7 +539,7 @@ TEST_F(FlatFile, FailuresAreReportedThroughNoChannel) {
 
   EXPECT_EQ(MachdefLoad(&machdef, path()), 0);
   EXPECT_EQ(MachdefSave(&machdef, "/dev/full"), 0);
-  put({1, 2, 3});
+  put("123");
   EXPECT_EQ(MachdefLoad(&machdef, path()), 0);
 
   EXPECT_EQ(calls, 0);

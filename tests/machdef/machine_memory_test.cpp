@@ -17,6 +17,7 @@ namespace {
 using k5ax_test::axes_of;
 using k5ax_test::AxisPool;
 using k5ax_test::AxisPtr;
+using k5ax_test::Bytes;
 using k5ax_test::bytes_in_use;
 using k5ax_test::empty_pools;
 using k5ax_test::fail_each_allocation;
@@ -90,10 +91,16 @@ TEST(ResetWithoutMemory, IsFinishedByTheNextOne) {
         for (const AxisPtr& axis : axes_of(*machdef)) EXPECT_FALSE(axis);
         EXPECT_FALSE(machdef->SG()[0]);
         EXPECT_EQ(AxisPool::size(), axes.size());
+        // The node that no place was left for may be destroyed instead; here the test still holds it.
         const HandedOut handed_out;
-        for (const NodePtr& n : nodes)
-          EXPECT_EQ(
-              times_in(handed_out.plain, n) + times_in(handed_out.axis, n) + times_in(handed_out.tool, n), 1);
+        std::size_t given_back = 0;
+        for (const NodePtr& n : nodes) {
+          const std::ptrdiff_t times =
+              times_in(handed_out.plain, n) + times_in(handed_out.axis, n) + times_in(handed_out.tool, n);
+          EXPECT_LE(times, 1);
+          given_back += times == 1;
+        }
+        EXPECT_GE(given_back, nodes.size() - 1);
         EXPECT_EQ(nodes.size(), k5ax_test::kSceneNodes);
         ++failures;
       });
@@ -102,7 +109,7 @@ TEST(ResetWithoutMemory, IsFinishedByTheNextOne) {
 
 TEST(CloneWithoutMemory, IsGoodWhenItIsMadeAgain) {
   const auto source = full_machine();
-  const std::vector<unsigned char> expected = k5ax_test::written(*source);
+  const Bytes expected = k5ax_test::saved(*source);
   std::unique_ptr<CMachDef> target;
   int failures = 0;
   fail_each_allocation(
@@ -114,12 +121,12 @@ TEST(CloneWithoutMemory, IsGoodWhenItIsMadeAgain) {
       [&] { target->clone(*source, 3); },
       [&](bool thrown) {
         EXPECT_TRUE(thrown);
-        EXPECT_EQ(k5ax_test::written(*source), expected);
+        EXPECT_SAME_BYTES(k5ax_test::saved(*source), expected);
         target->clone(*source, 3);
-        EXPECT_EQ(k5ax_test::written(*target), expected);
+        EXPECT_SAME_BYTES(k5ax_test::saved(*target), expected);
         ++failures;
       });
-  EXPECT_EQ(k5ax_test::written(*target), expected);
+  EXPECT_SAME_BYTES(k5ax_test::saved(*target), expected);
   EXPECT_GE(failures, 2 * (5 + 8));  // each axis and each node, and the count of its holders
 }
 

@@ -205,7 +205,7 @@ std::unique_ptr<CMachDef> machine_with_one_tree_as_both() {
   source.SG()[0] = root;
   source.SG()[1] = root;
   std::unique_ptr<CMachDef> machdef(new CMachDef);
-  k5ax_test::read_into(*machdef, k5ax_test::written(source));
+  k5ax_test::load(*machdef, k5ax_test::saved(source));
   return machdef;
 }
 

@@ -12,6 +12,7 @@ namespace {
 
 using Geometry::TPoint;
 using k5ax_test::axis_node;
+using k5ax_test::Bytes;
 using k5ax_test::expect_head;
 using k5ax_test::expect_record;
 using k5ax_test::find_axis_node;
@@ -47,14 +48,14 @@ std::unique_ptr<CMachDef> metric_machine() {
 TEST(MachineScale, ToTheUnitItHasChangesNothing) {
   const auto metric = full_machine();
   metric->setMetric(true);
-  const std::vector<unsigned char> before = k5ax_test::written(*metric);
+  const Bytes before = k5ax_test::saved(*metric);
   metric->scale(true);
-  EXPECT_EQ(k5ax_test::written(*metric), before);
+  EXPECT_SAME_BYTES(k5ax_test::saved(*metric), before);
 
   const auto inch = full_machine();
-  const std::vector<unsigned char> inch_before = k5ax_test::written(*inch);
+  const Bytes inch_before = k5ax_test::saved(*inch);
   inch->scale(false);
-  EXPECT_EQ(k5ax_test::written(*inch), inch_before);
+  EXPECT_SAME_BYTES(k5ax_test::saved(*inch), inch_before);
 }
 
 TEST(MachineScale, ChangesTheUnit) {

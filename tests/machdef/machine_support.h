@@ -1,11 +1,10 @@
 // What the tests about machine definitions share: clean nodes, a machine that has everything, what the node
-// pools hand out, and a stream over memory.
+// pools hand out.
 #ifndef K5AX_TESTS_MACHDEF_MACHINE_SUPPORT_H
 #define K5AX_TESTS_MACHDEF_MACHINE_SUPPORT_H
 
 #include <algorithm>
 #include <cstddef>
-#include <cstring>
 #include <memory>
 #include <vector>
 
@@ -16,6 +15,7 @@
 
 #include <k5ax/machdef.h>
 
+#include "machdef/files/memory_stream.h"
 #include "support/near.h"
 
 namespace k5ax_test {
@@ -89,7 +89,7 @@ constexpr int kMachineRoot = 1;
 constexpr int kLinearX = 10;
 constexpr int kRotaryC = 20;
 constexpr int kToolMount = 5;
-constexpr int kTool = 30;
+constexpr int kToolNode = 30;
 constexpr int kPartRoot = 2;
 constexpr int kRotaryA = 21;
 constexpr int kPartLeaf = 3;
@@ -103,7 +103,7 @@ inline void give_scene(md::CMachDef& machdef) {
   const NodePtr tree0[] = {plain_node(kMachineRoot),
                            axis_node(kLinearX, AXIS_X, HEAD, {7, 8, 9}, {1, 0, 0}, -50, 60, LINEAR),
                            axis_node(kRotaryC, AXIS_C, HEAD, {1, 2, 3}, {0, 0, 1}, -2, 3, ROTARY),
-                           plain_node(kToolMount), tool_node(kTool)};
+                           plain_node(kToolMount), tool_node(kToolNode)};
   const NodePtr tree1[] = {plain_node(kPartRoot),
                            axis_node(kRotaryA, AXIS_A, TABLE, {4, 5, 6}, {1, 0, 0}, -1, 1, ROTARY),
                            plain_node(kPartLeaf)};
@@ -220,44 +220,6 @@ struct HandedOut {
 
 inline std::ptrdiff_t times_in(const std::vector<NodePtr>& nodes, const NodePtr& n) {
   return std::count(nodes.begin(), nodes.end(), n);
-}
-
-// Bytes in memory, written or read from the start.
-class MemoryStream : public IIO::Stream {
- public:
-  explicit MemoryStream(IIO::FILE_MODE mode, std::vector<unsigned char> content = {})
-      : m_mode(mode), m_content(std::move(content)) {}
-
-  const std::vector<unsigned char>& content() const { return m_content; }
-
-  IIO::FILE_MODE Mode() const override { return m_mode; }
-
-  void Write(const void* data, std::size_t size) override {
-    const unsigned char* const bytes = static_cast<const unsigned char*>(data);
-    m_content.insert(m_content.end(), bytes, bytes + size);
-  }
-
-  void Read(void* data, std::size_t size) override {
-    if (size > m_content.size() - m_position) throw IIO::FileError("memory: unexpected end");
-    std::memcpy(data, m_content.data() + m_position, size);
-    m_position += size;
-  }
-
- private:
-  IIO::FILE_MODE m_mode;
-  std::vector<unsigned char> m_content;
-  std::size_t m_position = 0;
-};
-
-inline std::vector<unsigned char> written(md::CMachDef& machdef) {
-  MemoryStream stream(IIO::FILE_WRITE);
-  machdef.serialize(stream);
-  return stream.content();
-}
-
-inline void read_into(md::CMachDef& machdef, const std::vector<unsigned char>& content) {
-  MemoryStream stream(IIO::FILE_READ, content);
-  machdef.serialize(stream);
 }
 
 }  // namespace k5ax_test
