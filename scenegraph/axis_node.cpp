@@ -44,18 +44,30 @@ template class tnode<CAxis2>;
 
 }  // namespace sg
 
-Geometry::Matrix NodeAxis_transform_calc(unsigned int selector, const sg::tnode<CAxis2>& n, double value) {
-  const CAxis2& axis = n.payload();
-  if (axis.mode() == LINEAR) return Geometry::Translate(axis.GetAxisVector() * value);
-  if (axis.mode() != ROTARY) return Geometry::Matrix();
+namespace {
 
-  // Translate(-base) * RotateAboutAxis(direction, angle); the product's translation is -base turned.
-  // Deliberate: there is no translation back. A fixed node on the root side holds it.
-  Geometry::Matrix transform =
-      Geometry::RotateAboutAxis(axis.GetAxisVector(), sg::rotation_angle(selector, axis, value));
+Geometry::Matrix translation(const Geometry::TPoint<double>& offset) {
+  Geometry::Matrix transform;
+  transform.SetTranslation(offset.x, offset.y, offset.z);
+  return transform;
+}
+
+// Translate(-base) * RotateAboutAxis(direction, angle); the product's translation is -base turned. Deliberate: there is
+// no translation back. A fixed node on the root side holds it.
+Geometry::Matrix rotation_at_base(const CAxis2& axis, double angle) {
+  Geometry::Matrix transform = Geometry::RotateAboutAxis(axis.GetAxisVector(), angle);
   const Geometry::TPoint<double> offset = transform.TransformDirection(-axis.GetBaseVector());
   transform.SetTranslation(offset.x, offset.y, offset.z);
   return transform;
+}
+
+}  // namespace
+
+Geometry::Matrix NodeAxis_transform_calc(unsigned int selector, const sg::tnode<CAxis2>& n, double value) {
+  const CAxis2& axis = n.payload();
+  if (axis.mode() == LINEAR) return translation(axis.GetAxisVector() * value);
+  if (axis.mode() == ROTARY) return rotation_at_base(axis, sg::rotation_angle(selector, axis, value));
+  return Geometry::Matrix();
 }
 
 Geometry::Matrix NodeAxis_transform_calc(unsigned int selector, boost::shared_ptr<sg::tnode<CAxis2>> n,
