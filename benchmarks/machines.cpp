@@ -48,6 +48,8 @@ void set_axes(md::CMachDef& machine, const Axes& axes) {
   machine.xyz_axes()[0] = axes.x;
   machine.xyz_axes()[1] = axes.y;
   machine.xyz_axes()[2] = axes.z;
+  machine.mwZeroPos(Point(0, 0, 40));
+  machine.loading_vector(Point(0, 0, 150));
 }
 
 Node hang_plain(const Node& parent, int id, const Point& offset) {
