@@ -126,6 +126,18 @@ const Case kNearlyParallel[] = {
      true,
      {20 - 7 * std::cos(0.0447), 7, 40}},
     {"JustBeyond", kX, {std::cos(0.0448), std::sin(0.0448), 0}, kZ, true, false, false, true, {20, 30, 40}},
+    // Each but 0.04 from the next, and X and Y too far apart: X and Z form a pair that leaves Z inactive, so
+    // Y and Z are not compared any more, and Y stays driven. From (0, 0, 7) Z takes 33 / cos 0.04 to the
+    // height.
+    {"AChainThatAnInactiveAxisEnds",
+     kZ,
+     {std::sin(0.08), 0, std::cos(0.08)},
+     {std::sin(0.04), 0, std::cos(0.04)},
+     false,
+     false,
+     false,
+     true,
+     {7, 30, 33 / std::cos(0.04)}},
     // Directions are taken at their lengths: a product of 2 is not that of parallel unit vectors.
     {"OfLengthTwo", kX * 2, kX, kZ, true, false, false, true, {20, 30, 40}},
 };
@@ -164,6 +176,16 @@ TEST(ParallelAxesWithAnId, ThatIsSharedTakeTheOtherNodeOutOfTheZeroing) {
   SceneMachine m(chain({x, y, z, tool_node(4)}));
   EXPECT_TRUE(m.update(Point(20, 30, 40)));
   EXPECT_NEAR_POINT(Point(m.value(x), m.value(y), m.value(z)), Point(13, 7, 33), kHandTolerance);
+}
+
+TEST(ParallelAxesWithAnId, ThatAnUndrivenAxisSharesTakeItOutOfTheZeroingToo) {
+  const NodePtr x = linear_node(1, AXIS_X, kX, kDrivenAndMarked, kBefore);
+  const NodePtr y = linear_node(7, AXIS_Y, kX, kDriven, kBefore);
+  const NodePtr z = linear_node(3, AXIS_Z, kZ, kDriven, kBefore);
+  const NodePtr follower = linear_node(7, AXIS_Y, kY, 0, kBefore);
+  SceneMachine m(chain({x, y, z, follower, tool_node(4)}));
+  EXPECT_TRUE(m.update(Point(20, 30, 40)));
+  EXPECT_EQ(m.value(follower), kBefore);
 }
 
 TEST(ParallelAxesDropped, KeepTheirTransformsToo) {
