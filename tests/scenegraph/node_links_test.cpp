@@ -150,6 +150,25 @@ TEST(AddChild, RefusalOfItselfChangesNothing) {
   EXPECT_EQ(ids(node::all_nodes(t.r)), (std::vector<int>{1, 2, 3, 4}));
 }
 
+// A reset node has given up its children, but their links still lead to it: it is above them, and a walk up from them
+// would never end.
+TEST(AddChild, ResetNodeToWhichAFormerChildStillLeadsIsRefused) {
+  SmallTree t;
+  t.a->reset();
+  ASSERT_EQ(t.a1->parent(), t.a);
+  EXPECT_THROW(t.a1->add_child(t.a), std::invalid_argument);
+  EXPECT_FALSE(t.a->parent());
+  EXPECT_TRUE(t.a1->children().empty());
+}
+
+TEST(AddChild, ResetNodeIsTakenOnceItsFormerChildIsCutLoose) {
+  SmallTree t;
+  t.a->reset();
+  t.a1->parent(NodePtr());
+  t.a1->add_child(t.a);
+  EXPECT_EQ(t.a->parent(), t.a1);
+}
+
 TEST(AddChild, NodeFromBesideAnAncestorIsTaken) {
   SmallTree t;
   t.a1->add_child(t.b);
@@ -329,6 +348,23 @@ TEST(SetParent, RefusalChangesNothing) {
   EXPECT_EQ(ids(t.r->children()), (std::vector<int>{2, 4}));
   EXPECT_TRUE(t.a1->children().empty());
   EXPECT_EQ(t.a1->parent(), t.a);
+}
+
+TEST(SetParent, FormerChildThatStillLeadsHereIsRefused) {
+  SmallTree t;
+  t.a->reset();
+  EXPECT_THROW(t.a->parent(t.a1), std::invalid_argument);
+  EXPECT_FALSE(t.a->parent());
+}
+
+// A reset node has lost its link but not its place in the list, so there is nothing to move it out of.
+TEST(SetParent, NodeStillInTheListWithoutALinkKeepsItsPlace) {
+  Family f;
+  f.k->reset();
+  f.k->id(2);
+  f.k->parent(f.p);
+  EXPECT_EQ(ids(f.p->children()), (std::vector<int>{2, 3, 4}));
+  EXPECT_EQ(f.k->parent(), f.p);
 }
 
 TEST(SetParent, SiblingIsTaken) {
