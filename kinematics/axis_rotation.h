@@ -29,6 +29,13 @@ class AxisRotation {
     if (!(std::abs(squared_length - 1) <= kUnitSlack)) normalise();
   }
 
+  // The way back. (From the angle's negative, sine and cosine would be two calls of the C library.)
+  AxisRotation inverse() const {
+    AxisRotation back = *this;
+    back.m_sin = -m_sin;
+    return back;
+  }
+
   Geometry::TPoint<double> turn_direction(const Geometry::TPoint<double>& d) const {
     return d * m_cos + math::cross(m_u_axis, d) * m_sin + m_u_axis * (math::dot(m_u_axis, d) * (1 - m_cos));
   }

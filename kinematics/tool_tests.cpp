@@ -25,7 +25,8 @@ bool CMachDef::tool_and_part_axis(double a, double b, double c, Geometry::TPoint
   Geometry::TPoint<double> d_part_axis = primary->m_vector;
   if (m_machType == MC_TT) {
     if (secondary != nullptr)
-      d_part_axis = AxisRotation(*primary, -primary->GetAngle(a, b, c)).turn_direction(secondary->m_vector);
+      d_part_axis =
+          AxisRotation(*primary, primary->GetAngle(a, b, c)).inverse().turn_direction(secondary->m_vector);
   } else if (m_machType == MC_HT) {
     if (secondary == nullptr) return false;
     d_tool = AxisRotation(*secondary, secondary->GetAngle(a, b, c)).turn_direction(d_tool);

@@ -102,7 +102,7 @@ TPoint<double> CMachDef::Part2MachCoords(TPoint<double> xyz, const TPoint<double
 
   TPoint<double> p_mach = xyz;
   for (const CAxis2* const axis : {m_secondary.get(), m_primary.get()})
-    if (on_table(axis)) p_mach = AxisRotation(*axis, -angle_of(*axis, abc)).turn_point(p_mach);
+    if (on_table(axis)) p_mach = AxisRotation(*axis, angle_of(*axis, abc)).inverse().turn_point(p_mach);
   return p_mach;
 }
 

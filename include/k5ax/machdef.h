@@ -81,7 +81,8 @@ class K5AX_API CMachDef {
   /// root that itself hangs below another node is cloned as its sibling there; see `sg::node::node_clone`.
   void clone(const CMachDef& other, unsigned int flags);
   /// Gives back all axes and nodes; type -1, a straight head, loading vector zero. Work zero, mode,
-  /// discipline and units stay: they belong to the host's setting, not to one machine.
+  /// discipline and units stay: they belong to the host's setting, not to one machine. Where memory runs out
+  /// for a place in a pool, calling again goes on from there; at most one node is destroyed instead of parked.
   void reset();
   /// A straight head as `k5ax_angled_head_initialise` makes it (flags 0), and the loading vector zero.
   void initialise_head();
