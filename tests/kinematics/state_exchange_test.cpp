@@ -223,6 +223,7 @@ TEST_F(FlatStates, ANegativeCountIsOneAndChangesNothing) {
   const std::vector<double> before = everything();
   const node_state s = state(1, 3, 25);
   EXPECT_EQ(CMachDef_IdAxisState_set2(&m.machdef(), &s, -1), 1);
+  EXPECT_EQ(CMachDef_IdAxisState_set2(&m.machdef(), nullptr, -1), 1);
   EXPECT_EQ(everything(), before);
 }
 

@@ -70,9 +70,10 @@ TEST_F(ToolNode, KeepsValueFlagsAndTheRestOfItsHead) {
 
 TEST_F(ToolNode, UsesItsOwnHeadAndNotTheMachines) {
   m.machdef().head().length1 = 7000;
+  m.machdef().head().offset = Point(400, 500, 600);
   CMachDef_ToolNode_matrix_Set(&m.machdef(), Point(1, 2, 3));
   EXPECT_NEAR_POINT(m.shift(tool), Point(-1, -52, -103), kHandTolerance);
-  EXPECT_NEAR_POINT(m.machdef().head().offset, Point(), 0);
+  EXPECT_NEAR_POINT(m.machdef().head().offset, Point(400, 500, 600), 0);
 }
 
 TEST_F(ToolNode, IsPlacedAnewAndNotMovedOn) {

@@ -370,6 +370,14 @@ TEST_F(Update, WithZLevelReachesItsOwnHeightAndLeavesZAtZero) {
   EXPECT_NEAR_POINT(Point(m.value(x), m.value(y), m.value(level_z)), Point(10, 20, 0), 0);
 }
 
+TEST_F(Update, WithZLevelMakesUpForTheToolPoint) {
+  const NodePtr long_tool = tool_node(4, Point(1, 2, 3));
+  SceneMachine m(chain({x, y, linear_node(3, AXIS_Z, kLevel), long_tool}));
+  EXPECT_TRUE(m.update(Point(10, 20, -3)));
+  EXPECT_EQ(m.value(x), 11);
+  EXPECT_EQ(m.value(y), 22);
+}
+
 // A point lies in the plane within 1e-6.
 TEST_F(Update, WithZLevelReachesAHeightOffByLessThan1e6) {
   SceneMachine m(chain({x, y, linear_node(3, AXIS_Z, kLevel), tool}));
