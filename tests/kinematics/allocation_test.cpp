@@ -11,6 +11,7 @@
 
 #include <gtest/gtest.h>
 
+#include "memory_stream.h"
 #include "support/scene_machine.h"
 #include "watched_memory.h"
 
@@ -86,38 +87,14 @@ void fill(md::CMachDef& machdef, int nodes) {
   machdef.tool_node(boost::dynamic_pointer_cast<md::sg::tnode<angled_head>>(tool));
 }
 
-// A stream over memory: what is written can be read once.
-class MemoryStream : public IIO::Stream {
- public:
-  IIO::FILE_MODE Mode() const override { return m_mode; }
-  void Write(const void* data, std::size_t size) override {
-    const char* const bytes = static_cast<const char*>(data);
-    m_bytes.insert(m_bytes.end(), bytes, bytes + size);
-  }
-  void Read(void* data, std::size_t size) override {
-    if (m_bytes.size() - m_read < size) throw IIO::FileError("unexpected end");
-    std::copy_n(m_bytes.begin() + static_cast<std::ptrdiff_t>(m_read), size, static_cast<char*>(data));
-    m_read += size;
-  }
-  void read_from_here_on() { m_mode = IIO::FILE_READ; }
-
- private:
-  IIO::FILE_MODE m_mode = IIO::FILE_WRITE;
-  std::vector<char> m_bytes;
-  std::size_t m_read = 0;
-};
-
 std::unique_ptr<md::CMachDef> loaded(int nodes) {
   md::CMachDef source;
   fill(source, nodes);
   // The lists that saving writes are made by cloning.
   md::CMachDef listed;
   listed.clone(source, 3);
-  MemoryStream stream;
-  listed.serialize(stream);
-  stream.read_from_here_on();
   std::unique_ptr<md::CMachDef> machdef(new md::CMachDef);
-  machdef->serialize(stream);
+  k5ax_test::save_and_load(listed, *machdef);
   return machdef;
 }
 

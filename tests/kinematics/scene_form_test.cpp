@@ -4,9 +4,11 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 
 #include <gtest/gtest.h>
 
+#include "memory_stream.h"
 #include "support/near.h"
 #include "support/random_scene.h"
 
@@ -314,25 +316,35 @@ TEST(SceneLaws, StatesThatWereTakenRestoreTheWholePose) {
   }
 }
 
-TEST(SceneLaws, ACloneOfAPosedMachinePosesAsItsOriginalToTheLastBit) {
-  Random random(5315);
-  for (int i = 0; i < 500; ++i) {
+// A machine of its own that was made from the one built, by cloning it or by saving and loading it.
+void expect_poses_as_the_original(std::uint64_t seed, void (*make)(md::CMachDef& from, md::CMachDef& to)) {
+  Random random(seed);
+  for (int i = 0; i < 400; ++i) {
     const Scene scene = random_machine_scene(random).scene;
     const BuiltScene built = build(scene);
     md::UpdateNodeAxes_(&built.machdef(), point(random.position(kRandomSize)), point(random.angles()));
-    md::CMachDef clone;
-    clone.clone(built.machdef(), 3);
+    md::CMachDef made;
+    make(built.machdef(), made);
     const Point xyz = point(random.position(kRandomSize));
     const Point abc = point(random.angles());
-    ASSERT_EQ(md::UpdateNodeAxes_(&clone, xyz, abc), md::UpdateNodeAxes_(&built.machdef(), xyz, abc))
+    ASSERT_EQ(md::UpdateNodeAxes_(&made, xyz, abc), md::UpdateNodeAxes_(&built.machdef(), xyz, abc))
         << i << scene;
     for (std::size_t tree = 0; tree < 2; ++tree) {
-      const std::vector<NodePtr> nodes = md::sg::node::all_nodes(clone.SG()[tree]);
+      const std::vector<NodePtr> nodes = md::sg::node::all_nodes(made.SG()[tree]);
       ASSERT_EQ(nodes.size(), built.nodes[tree].size());
       for (std::size_t k = 0; k < nodes.size(); ++k)
         ASSERT_NEAR_MATRIX(nodes[k]->transform(), built.nodes[tree][k]->transform(), 0) << i << scene;
     }
   }
+}
+
+TEST(SceneLaws, ACloneOfAPosedMachinePosesAsItsOriginalToTheLastBit) {
+  expect_poses_as_the_original(5315, [](md::CMachDef& from, md::CMachDef& to) { to.clone(from, 3); });
+}
+
+TEST(SceneLaws, ALoadedMachinePosesAsTheSavedOneToTheLastBit) {
+  expect_poses_as_the_original(
+      5316, [](md::CMachDef& from, md::CMachDef& to) { k5ax_test::save_and_load(from, to); });
 }
 
 }  // namespace
