@@ -98,8 +98,8 @@ class SceneUpdate {
     for_each_axis_node([this](AxisNode& n) {
       if (n.GetAxis() == AXIS_Z) m_z_nodes.add(n);
       if ((n.flags() & kDriven) == 0 || n.mode() != LINEAR) return;
-      const int key = n.GetAxis() - AXIS_X;
-      if (key >= 0 && key < 3) m_linear[static_cast<std::size_t>(key)].node = &n;
+      if (n.GetAxis() < AXIS_X || n.GetAxis() > AXIS_Z) return;
+      m_linear[static_cast<std::size_t>(n.GetAxis() - AXIS_X)].node = &n;
     });
   }
 

@@ -464,7 +464,7 @@ TEST_F(Update, ZeroesADrivenLinearAxisOfARotaryLetterAndDoesNotWriteIt) {
 
 // Any integer may stand in the letter.
 TEST_F(Update, ZeroesADrivenLinearAxisOfAnyOtherLetter) {
-  for (const int letter : {-1, 6, std::numeric_limits<int>::max()}) {
+  for (const int letter : {std::numeric_limits<int>::min(), -1, 6, std::numeric_limits<int>::max()}) {
     const NodePtr odd = linear_node(11, static_cast<AXIS_TYPE>(letter), kY, kDriven, 50);
     SceneMachine m(chain({linear_node(1, AXIS_X, kX), linear_node(2, AXIS_Y, kY), linear_node(3, AXIS_Z, kZ),
                           odd, tool_node(4)}));
