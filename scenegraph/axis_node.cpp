@@ -52,8 +52,8 @@ Geometry::Matrix translation(const Geometry::TPoint<double>& offset) {
   return transform;
 }
 
-// Translate(-base) * RotateAboutAxis(direction, angle); the product's translation is -base turned. Deliberate: there is
-// no translation back. A fixed node on the root side holds it.
+// Translate(-base) * RotateAboutAxis(direction, angle); the product's translation is -base turned.
+// Deliberate: there is no translation back. A fixed node on the root side holds it.
 Geometry::Matrix rotation_at_base(const CAxis2& axis, double angle) {
   Geometry::Matrix transform = Geometry::RotateAboutAxis(axis.GetAxisVector(), angle);
   const Geometry::TPoint<double> offset = transform.TransformDirection(-axis.GetBaseVector());

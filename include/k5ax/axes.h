@@ -25,7 +25,7 @@ K5AX_ENUM_BEGIN(AXIS_TYPE)
   AXIS_Y = 4,                     ///< linear
   AXIS_Z = 5,                     ///< linear
   AXIS_DUMMY = 6,                 ///< no axis: what `md::GetAxis` says of an empty pointer
-  AXIS_TYPE_INVALID_HIGHEST = 7
+  AXIS_TYPE_INVALID_HIGHEST = 7   ///< one past the last; no letter
 K5AX_ENUM_END(AXIS_TYPE);
 
 /// How an axis moves.
@@ -33,7 +33,7 @@ K5AX_ENUM_BEGIN(AXIS_MODE)
   AXIS_MODE_INVALID_LOWEST = -1,  ///< what a fresh axis has
   ROTARY = 0,                     ///< values and limits are angles in radians
   LINEAR = 1,                     ///< values and limits are lengths in the definition's unit
-  AXIS_MODE_INVALID_HIGHEST = 2
+  AXIS_MODE_INVALID_HIGHEST = 2   ///< one past the last; no mode
 K5AX_ENUM_END(AXIS_MODE);
 
 /// What an axis carries.
@@ -41,7 +41,7 @@ K5AX_ENUM_BEGIN(AXIS_LOCATION)
   AXIS_LOCATION_INVALID_LOWEST = -1,  ///< what a fresh axis has
   HEAD = 0,                           ///< the axis moves the tool
   TABLE = 1,                          ///< the axis moves the part
-  AXIS_LOCATION_INVALID_HIGHEST = 2
+  AXIS_LOCATION_INVALID_HIGHEST = 2   ///< one past the last; no location
 K5AX_ENUM_END(AXIS_LOCATION);
 // clang-format on
 
@@ -101,6 +101,7 @@ class K5AX_API CAxis2 {
   CAxis2(const CAxis2& other);
   /// Copies the record and the owner. Only this operation carries the owner across.
   CAxis2& operator=(const CAxis2& other);
+  /// Returns nothing to a pool; only `free` does.
   ~CAxis2();
 
   /// The axis parked last, exactly as it was when it was freed (owner included), or a fresh one: type,
@@ -124,24 +125,25 @@ class K5AX_API CAxis2 {
   /// same object. Throws std::bad_alloc, and then the pointer is as it was.
   static void free(boost::shared_ptr<CAxis2>& axis);
 
-  AXIS_TYPE GetAxis() const { return m_type; }  ///< the letter
-  void SetAxis(AXIS_TYPE type) { m_type = type; }
-  AXIS_LOCATION GetAxisLocation() const { return m_location; }  ///< head or table
-  void SetAxisLocation(AXIS_LOCATION location) { m_location = location; }
-  Geometry::TPoint<double> GetBaseVector() const { return m_base; }  ///< a point on the axis line
-  void SetBaseVector(const Geometry::TPoint<double>& base) { m_base = base; }
-  Geometry::TPoint<double> GetAxisVector() const { return m_vector; }  ///< the direction, as stored
+  AXIS_TYPE GetAxis() const { return m_type; }                                 ///< the letter
+  void SetAxis(AXIS_TYPE type) { m_type = type; }                              ///< sets the letter
+  AXIS_LOCATION GetAxisLocation() const { return m_location; }                 ///< head or table
+  void SetAxisLocation(AXIS_LOCATION location) { m_location = location; }      ///< sets what the axis carries
+  Geometry::TPoint<double> GetBaseVector() const { return m_base; }            ///< a point on the axis line
+  void SetBaseVector(const Geometry::TPoint<double>& base) { m_base = base; }  ///< sets the base point
+  Geometry::TPoint<double> GetAxisVector() const { return m_vector; }          ///< the direction, as stored
   /// Stores the direction as it is; `create` normalises, this does not.
   void SetAxisVector(const Geometry::TPoint<double>& vector) { m_vector = vector; }
-  double GetMin() const { return m_min; }  ///< lower travel limit
-  double GetMax() const { return m_max; }  ///< upper travel limit
-  void SetMin(double min) { m_min = min; }
-  void SetMax(double max) { m_max = max; }
-  AXIS_MODE mode() const { return m_mode; }  ///< rotary or linear
-  void mode(AXIS_MODE mode) { m_mode = mode; }
+  double GetMin() const { return m_min; }       ///< lower travel limit
+  double GetMax() const { return m_max; }       ///< upper travel limit
+  void SetMin(double min) { m_min = min; }      ///< sets the lower limit; the upper one is not looked at
+  void SetMax(double max) { m_max = max; }      ///< sets the upper limit; the lower one is not looked at
+  AXIS_MODE mode() const { return m_mode; }     ///< rotary or linear
+  void mode(AXIS_MODE mode) { m_mode = mode; }  ///< sets how the axis moves
   /// The machine definition that holds the axis, or null; a borrowed pointer that nothing keeps up to date
   /// when the machine goes away.
   const md::CMachDef* machdef() const { return m_machdef; }
+  /// Sets that pointer; null for none. The machine is not told.
   void machdef(md::CMachDef* machdef) { m_machdef = machdef; }
 
   /// True when the location is head or table, the direction is longer than exactly 0, the letter is one of A,

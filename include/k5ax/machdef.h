@@ -41,6 +41,7 @@ class K5AX_API IMachDefVisitor {
   IMachDefVisitor(const IMachDefVisitor&) = default;
   IMachDefVisitor& operator=(const IMachDefVisitor&) = default;
   virtual ~IMachDefVisitor();
+  /// What the host does with one definition.
   virtual void visit(CMachDef& machdef) = 0;
 };
 
@@ -82,7 +83,8 @@ class K5AX_API CMachDef {
   void clone(const CMachDef& other, unsigned int flags);
   /// Gives back all axes and nodes; type -1, a straight head, loading vector zero. Work zero, mode,
   /// discipline and units stay: they belong to the host's setting, not to one machine. Where memory runs out
-  /// for a place in a pool, calling again goes on from there; at most one node is destroyed instead of parked.
+  /// for a place in a pool, calling again goes on from there; at most one node is destroyed instead of
+  /// parked.
   void reset();
   /// A straight head as `k5ax_angled_head_initialise` makes it (flags 0), and the loading vector zero.
   void initialise_head();
@@ -115,6 +117,7 @@ class K5AX_API CMachDef {
   boost::array<boost::shared_ptr<CAxis2>, 3>& xyz_axes() {
     return m_xyz_axes;
   }  ///< X, Y, Z; each may be empty
+  /// The same, to read.
   const boost::array<boost::shared_ptr<CAxis2>, 3>& xyz_axes() const { return m_xyz_axes; }
 
   /// The tool direction in force, machine frame: (0, 0, 1) while the flags have value 1 set and value 2 clear
@@ -126,34 +129,38 @@ class K5AX_API CMachDef {
     m_head.tool_dir = tool_dir;
   }                                                                          ///< stored as it is
   const Geometry::TPoint<double>& mwZeroPos() const { return m_mwZeroPos; }  ///< work zero, the host's unit
-  void mwZeroPos(const Geometry::TPoint<double>& zero) { m_mwZeroPos = zero; }
+  void mwZeroPos(const Geometry::TPoint<double>& zero) { m_mwZeroPos = zero; }         ///< sets work zero
   const Geometry::TPoint<double>& loading_vector() const { return m_loading_vector; }  ///< a length vector
   void loading_vector(const Geometry::TPoint<double>& loading_vector) { m_loading_vector = loading_vector; }
-  bool isMetric() const { return m_metric; }
-  void setMetric(bool metric) { m_metric = metric; }  ///< sets the unit's name only; `scale` converts
-  MACHINE_TYPE getMachType() const { return m_machType; }
-  void setMachType(MACHINE_TYPE type) { m_machType = type; }
-  MACHINE_MODE get_mode() const { return m_mode; }
-  void set_mode(MACHINE_MODE mode) { m_mode = mode; }
-  K5AX_DISCIPLINE discipline() const { return m_discipline; }
+  bool isMetric() const { return m_metric; }               ///< true: lengths are millimetres; false: inches
+  void setMetric(bool metric) { m_metric = metric; }       ///< sets the unit's name only; `scale` converts
+  MACHINE_TYPE getMachType() const { return m_machType; }  ///< where the rotary axes sit; -1 unset
+  void setMachType(MACHINE_TYPE type) { m_machType = type; }   ///< any value is kept; see `is_valid`
+  MACHINE_MODE get_mode() const { return m_mode; }             ///< the host's mode
+  void set_mode(MACHINE_MODE mode) { m_mode = mode; }          ///< sets the host's mode
+  K5AX_DISCIPLINE discipline() const { return m_discipline; }  ///< the host's discipline
+  /// Sets the host's discipline.
   void discipline(K5AX_DISCIPLINE discipline) { m_discipline = discipline; }
   unsigned int flags() const { return m_head.flags; }  ///< the head's flags word; the machine has no other
-  void flags(unsigned int flags) { m_head.flags = flags; }
-  angled_head& head() { return m_head; }
-  const angled_head& head() const { return m_head; }
+  void flags(unsigned int flags) { m_head.flags = flags; }  ///< replaces the whole word
+  angled_head& head() { return m_head; }                    ///< the angled head, borrowed, to read and write
+  const angled_head& head() const { return m_head; }        ///< the same, to read
 
   /// The node in the trees that carries the tool; empty when there is none.
   boost::shared_ptr<sg::tnode<angled_head>> tool_node() { return m_tool_node; }
-  boost::shared_ptr<const sg::tnode<angled_head>> tool_node() const { return m_tool_node; }
+  boost::shared_ptr<const sg::tnode<angled_head>> tool_node() const { return m_tool_node; }  ///< to read
+  /// Sets that node; empty for none. Whether it stands in a tree is not checked.
   void tool_node(boost::shared_ptr<sg::tnode<angled_head>> node);
   /// The roots of the two trees, each may be empty: 0 leads from the machine frame down to the tool, 1 from
   /// the part to the machine frame; see docs/scene-graph.md. The update walks flat lists of the trees' nodes,
   /// which are made by reading and by `clone` alone: after setting roots here, clone the machine (or save and
   /// load it) and pose the clone.
   boost::array<boost::shared_ptr<sg::node>, 2>& SG() { return m_SG; }
+  /// The same, to read.
   const boost::array<boost::shared_ptr<sg::node>, 2>& SG() const { return m_SG; }
   /// The axis nodes in the trees that stand for the primary and the secondary rotary axis; each may be empty.
   boost::array<boost::shared_ptr<sg::node>, 2>& SG_RotAxs() { return m_SG_RotAxs; }
+  /// The same, to read.
   const boost::array<boost::shared_ptr<sg::node>, 2>& SG_RotAxs() const { return m_SG_RotAxs; }
 
   /// True when this is a machine that the kinematics can work with. All of:

@@ -119,14 +119,16 @@ class K5AX_API node : public boost::enable_shared_from_this<node> {
   const std::vector<boost::shared_ptr<node>>& child_list() const { return m_children; }
 
   int id() const { return m_id; }  ///< -999 is reserved for nodes that `initialise` leaves alone
-  void id(int id) { m_id = id; }
-  unsigned int flags() const { return m_flags; }  ///< see `md::UpdateNodeAxes_` for bit values 1 and 2
-  void flags(unsigned int flags) { m_flags = flags; }
-  double value() const { return m_value; }  ///< in an axis node: radians or length units
+  void id(int id) { m_id = id; }   ///< sets the id; ids need not differ
+  unsigned int flags() const { return m_flags; }       ///< see `md::UpdateNodeAxes_` for bit values 1 and 2
+  void flags(unsigned int flags) { m_flags = flags; }  ///< replaces the whole flags word
+  double value() const { return m_value; }             ///< in an axis node: radians or length units
+  /// Sets the value only; the transform stays (see `md::NodeAxis_transform_set`).
   void value(double value) { m_value = value; }
   const Geometry::Matrix& transform() const {
     return m_transform;
   }  ///< from this node's frame to its parent's
+  /// Sets the transform only; the value stays.
   void transform(const Geometry::Matrix& transform) { m_transform = transform; }
 
   /// Drops the children (whose own parent links stay as they are) and the parent link (this node stays in

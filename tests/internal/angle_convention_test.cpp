@@ -1,5 +1,5 @@
-// The second convention for the angles of rotary nodes: off in every library that is built, and kept working for the
-// day on which it is switched on.
+// The second convention for the angles of rotary nodes: off in every library that is built, and kept working
+// for the day on which it is switched on.
 #include <k5ax/machdef.h>
 
 #include <gtest/gtest.h>
@@ -83,8 +83,8 @@ TEST_F(AngleConvention, ScalingANodeWithoutAnOwnerTakesTheSelectorAsZero) {
 
 TEST(NoAngleConvention, IsInForceAtTheStart) { EXPECT_FALSE(md::sg::_angle_convention); }
 
-// A node may outlive the machine that held it; with the convention off nothing is read through the pointer, which leads
-// to nowhere here.
+// A node may outlive the machine that held it; with the convention off nothing is read through the pointer,
+// which leads to nowhere here.
 TEST(NoAngleConvention, ScalingDoesNotLookAtTheOwner) {
   const auto n = md::NodeAxis_Create();
   n->SetAxis(AXIS_B);

@@ -150,8 +150,8 @@ TEST(AddChild, RefusalOfItselfChangesNothing) {
   EXPECT_EQ(ids(node::all_nodes(t.r)), (std::vector<int>{1, 2, 3, 4}));
 }
 
-// A reset node has given up its children, but their links still lead to it: it is above them, and a walk up from them
-// would never end.
+// A reset node has given up its children, but their links still lead to it: it is above them, and a walk up
+// from them would never end.
 TEST(AddChild, ResetNodeToWhichAFormerChildStillLeadsIsRefused) {
   SmallTree t;
   t.a->reset();
