@@ -1,12 +1,9 @@
 // What the tests of this folder build with: clean nodes, a host's own kind of node that keeps a log of its
-// calls, deep and wide trees, and a thread with a small stack.
+// calls, deep and wide trees.
 #ifndef K5AX_TESTS_SCENEGRAPH_SCENE_TREE_H
 #define K5AX_TESTS_SCENEGRAPH_SCENE_TREE_H
 
-#include <pthread.h>
-
 #include <cstddef>
-#include <functional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -18,6 +15,7 @@
 #include <k5ax/scenegraph.h>
 
 #include "scenegraph/pools.h"
+#include "scenegraph/small_stack.h"
 #include "support/near.h"
 
 namespace k5ax_test {
@@ -196,25 +194,6 @@ inline NodePtr make_fan(int width) {
     root->add_child(n);
   }
   return root;
-}
-
-// Runs the work on a thread whose whole stack is 256 KiB, 1.3 bytes for each node of a chain: a walk that
-// used the call stack for its depth would not get far.
-inline void on_small_stack(std::function<void()> work) {
-  pthread_attr_t attributes;
-  ASSERT_EQ(pthread_attr_init(&attributes), 0);
-  ASSERT_EQ(pthread_attr_setstacksize(&attributes, 256 * 1024), 0);
-  pthread_t thread;
-  const int error = pthread_create(
-      &thread, &attributes,
-      [](void* argument) -> void* {
-        (*static_cast<std::function<void()>*>(argument))();
-        return nullptr;
-      },
-      &work);
-  pthread_attr_destroy(&attributes);
-  ASSERT_EQ(error, 0);
-  ASSERT_EQ(pthread_join(thread, nullptr), 0);
 }
 
 }  // namespace k5ax_test

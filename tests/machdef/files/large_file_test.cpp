@@ -1,15 +1,12 @@
 // Machines with trees of 200,000 nodes, deep and wide: loaded, walked, posed, cloned, scaled, saved and
 // released, in seconds, and without the call stack.
 
-#include <pthread.h>
-
-#include <functional>
-
 #include <gtest/gtest.h>
 
 #include "machdef/files/memory_stream.h"
 #include "machdef/files/rich_machine.h"
 #include "platform/scratch.h"
+#include "scenegraph/small_stack.h"
 
 using namespace k5ax_test;
 using md::CMachDef;
@@ -72,24 +69,6 @@ void live(const Bytes& bytes) {
   machine.copy(clone);
   machine.reset();
   EXPECT_FALSE(machine.SG()[0]);
-}
-
-// A thread whose whole stack is 256 KiB.
-void on_small_stack(std::function<void()> work) {
-  pthread_attr_t attributes;
-  ASSERT_EQ(pthread_attr_init(&attributes), 0);
-  ASSERT_EQ(pthread_attr_setstacksize(&attributes, 256 * 1024), 0);
-  pthread_t thread;
-  const int error = pthread_create(
-      &thread, &attributes,
-      [](void* argument) -> void* {
-        (*static_cast<std::function<void()>*>(argument))();
-        return nullptr;
-      },
-      &work);
-  pthread_attr_destroy(&attributes);
-  ASSERT_EQ(error, 0);
-  ASSERT_EQ(pthread_join(thread, nullptr), 0);
 }
 
 }  // namespace
