@@ -32,7 +32,7 @@ CAxis2::CAxis2()
   static_assert(offsetof(CAxis2, m_min) == offsetof(TAxis, min), "record layout");
   static_assert(offsetof(CAxis2, m_max) == offsetof(TAxis, max), "record layout");
   static_assert(offsetof(CAxis2, m_mode) == offsetof(TAxis, mode), "record layout");
-  static_assert(sizeof(CAxis2) == sizeof(TAxis) + sizeof(CMachDef*), "an axis is its record and its owner");
+  static_assert(sizeof(CAxis2) == sizeof(TAxis) + sizeof(void*), "an axis is its record and its owner");
 }
 
 CAxis2::CAxis2(AXIS_TYPE type, AXIS_LOCATION location, const Geometry::TPoint<double>& base,

@@ -40,8 +40,8 @@ boost::shared_ptr<CAxis2> CAxis2::clone(boost::shared_ptr<CAxis2> axis) {
 
 void CAxis2::free(boost::shared_ptr<CAxis2>& axis) {
   if (!axis) return;
-  _axis_pool.push_back(std::move(axis));  // where memory runs out for its place, the pointer is as it was
-  axis.reset();
+  _axis_pool.emplace_back();  // where memory runs out for its place, the pointer is as it was
+  _axis_pool.back().swap(axis);
 }
 
 }  // namespace md

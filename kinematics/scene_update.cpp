@@ -126,10 +126,12 @@ class SceneUpdate {
     const AxisNode* last_linear = nullptr;
     bool any_preferred = false;
     for (const LinearAxis& axis : m_linear) {
-      if (axis.node != nullptr) last_linear = axis.node;
+      if (axis.node == nullptr) continue;
+      last_linear = axis.node;
       any_preferred = any_preferred || axis.preferred;
     }
-    if (!any_preferred || m_z_nodes.first() == nullptr || m_z_nodes.second() == nullptr) return false;
+    if (last_linear == nullptr || !any_preferred) return false;
+    if (m_z_nodes.first() == nullptr || m_z_nodes.second() == nullptr) return false;
 
     const TPoint<double> d_first = direction_to_root(last_linear->GetAxisVector(), m_z_nodes.first());
     const TPoint<double> d_second = direction_to_root(last_linear->GetAxisVector(), m_z_nodes.second());

@@ -55,7 +55,7 @@ void write_node_record(IIO::Stream& stream, sg::node& n, int parent) {
 boost::shared_ptr<sg::node> read_node_record(IIO::Stream& stream, int& parent) {
   int kind = -1;
   stream >> kind;
-  const boost::shared_ptr<sg::node> n = create_node(kind);
+  boost::shared_ptr<sg::node> n = create_node(kind);
   n->reset();  // one from the pool still has the links it was parked with
 
   int id = -1;

@@ -47,8 +47,8 @@ boost::shared_ptr<node> node::create() {
 
 void node::free(boost::shared_ptr<node>& n) {
   if (!n) return;
-  get_pool().push_back(std::move(n));  // where memory runs out for its place, the pointer is as it was
-  n.reset();
+  get_pool().emplace_back();  // where memory runs out for its place, the pointer is as it was
+  get_pool().back().swap(n);
 }
 
 void node::reset() {

@@ -40,8 +40,8 @@ boost::shared_ptr<tnode<T>> tnode<T>::take() {
 template <class T>
 void tnode<T>::give_back(boost::shared_ptr<tnode>& n) {
   if (!n) return;
-  _pool.push_back(std::move(n));  // where memory runs out for its place, the pointer is as it was
-  n.reset();
+  _pool.emplace_back();  // where memory runs out for its place, the pointer is as it was
+  _pool.back().swap(n);
 }
 
 template <class T>
