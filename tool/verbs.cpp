@@ -1,6 +1,7 @@
 // All verbs of the tool. One line each to include it and one to add it.
 #include "tool/verbs.h"
 
+#include "tool/verbs/convert.h"
 #include "tool/verbs/info.h"
 
 namespace tool {
@@ -11,6 +12,7 @@ void add_verbs(CLI::App& app, Context& context) {
   app.require_subcommand(1);
 
   add_info(app, context);
+  add_convert(app, context);
 
   app.footer(
       "k5ax VERB --help says more about a verb.\n"

@@ -2,6 +2,15 @@
 #include "tool/machine/machine_file.h"
 
 #include "tool/errors.h"
+#include "tool/machine/machine_reader.h"
+#include "tool/machine/machine_writer.h"
+#include "tool/machine/memory_stream.h"
+
+#include <array>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <utility>
 
 namespace tool {
 namespace {
@@ -13,26 +22,72 @@ std::string reason(const IIO::FileError& error, const std::string& path) {
   return what.rfind(name, 0) == 0 ? what.substr(name.size()) : what;
 }
 
-}  // namespace
+// Of any kind of file, pipes too, so the size is not asked for.
+std::string read_text(const std::string& path) {
+  const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "rb"), std::fclose);
+  const std::string remedy = "give a machine definition that is there and may be read";
+  if (!file) throw InputError(path, "", std::string("cannot open: ") + std::strerror(errno), remedy);
+  std::string text;
+  std::array<char, 65536> part;
+  for (;;) {
+    const std::size_t count = std::fread(part.data(), 1, part.size(), file.get());
+    text.append(part.data(), count);
+    if (count < part.size()) break;
+  }
+  if (std::ferror(file.get()) != 0)
+    throw InputError(path, "", std::string("cannot read: ") + std::strerror(errno), remedy);
+  return text;
+}
 
-std::unique_ptr<md::CMachDef> read_machine(const std::string& path) {
-  auto machine = std::make_unique<md::CMachDef>();
-  // Not MachdefLoad: the exceptions say why.
+struct LoadedMachine {
+  std::unique_ptr<md::CMachDef> machine;
+  std::string bytes;  // what was read for it
+};
+
+// Not MachdefLoad: the exceptions say why.
+LoadedMachine load(const std::string& path) {
+  LoadedMachine loaded;
+  loaded.machine = std::make_unique<md::CMachDef>();
   try {
-    IIO::FileStream stream(path.c_str(), IIO::FILE_READ);
-    machine->serialize(stream);
+    IIO::FileStream file(path.c_str(), IIO::FILE_READ);
+    ListeningReader stream(file);
+    loaded.machine->serialize(stream);
+    loaded.bytes = stream.bytes();
   } catch (const IIO::FileError& error) {
     throw InputError(path, "", reason(error, path), "give a machine definition that is there and whole");
   } catch (const std::runtime_error& error) {
-    throw InputError(path, "", error.what(), "save the machine again");
+    throw InputError(path, "", error.what(), "give a machine definition, .k5m or .json");
   }
-  return machine;
+  return loaded;
+}
+
+}  // namespace
+
+bool is_text_file(const std::string& path) {
+  const std::string ending = path.size() < 5 ? "" : path.substr(path.size() - 5);
+  return ending == ".json" || ending == ".JSON";
+}
+
+std::unique_ptr<md::CMachDef> read_machine(const std::string& path) {
+  return is_text_file(path) ? machine_of(read_record(path)) : load(path).machine;
 }
 
 void write_machine(md::CMachDef& machine, const std::string& path) {
+  write_record(record_of(machine), path, path);
+}
+
+MachineRecord read_record(const std::string& path) {
+  return is_text_file(path) ? read_machine_text(read_text(path), path) : record_of(load(path).bytes);
+}
+
+void write_record(const MachineRecord& record, const std::string& path, const std::string& source) {
+  write_bytes(is_text_file(path) ? write_machine_text(record, source) : bytes_of(record), path);
+}
+
+void write_bytes(const std::string& bytes, const std::string& path) {
   try {
     IIO::FileStream stream(path.c_str(), IIO::FILE_WRITE);
-    machine.serialize(stream);
+    stream.Write(bytes.data(), bytes.size());
   } catch (const IIO::FileError& error) {
     throw InputError(path, "", reason(error, path), "make room there, or give another place");
   }
