@@ -1,4 +1,5 @@
-// make_toolpaths FOLDER: writes the tool paths of examples/toolpaths into a folder that is there.
+// make_toolpaths MACHINES FOLDER: writes the tool paths of examples/toolpaths into a folder that is there,
+// for the machines in the folder MACHINES.
 //
 // Each path finishes a dome and then the flank of a blade on one of the example machines; the part stands on
 // that machine's work zero. Positions are those of the cutter's tip, in part coordinates.
@@ -7,7 +8,6 @@
 #include <string>
 #include <vector>
 
-#include "example_machines.h"
 #include "rotary_solution.h"
 #include "surfaces.h"
 
@@ -15,17 +15,17 @@ namespace examples {
 namespace {
 
 struct Job {
-  ExampleMachine machine;
+  const char* machine;  // the file's name, without its ending
   double part_size;
   AXIS_TYPE tilt_axis;
   int branch;         // the sign of the tilt; see solve_rotary_angles
   double first_turn;  // degrees: the path's C begins as near to this as it can
 };
 
-constexpr Job kJobs[] = {{{"table_table_trunnion", build_table_table_trunnion}, 1, AXIS_A, -1, 0},
-                         {{"head_table_swivel", build_head_table_swivel}, 2, AXIS_B, +1, 0},
-                         {{"head_head_fork", build_head_head_fork}, 4, AXIS_A, +1, -60},
-                         {{"head_table_inch", build_head_table_inch}, 0.0625, AXIS_A, -1, 0}};
+constexpr Job kJobs[] = {{"table_table_trunnion", 1, AXIS_A, -1, 0},
+                         {"head_table_swivel", 2, AXIS_B, +1, 0},
+                         {"head_head_fork", 4, AXIS_A, +1, -60},
+                         {"head_table_inch", 0.0625, AXIS_A, -1, 0}};
 
 struct Row {
   Point p_part;
@@ -80,17 +80,22 @@ bool write_rows(const std::string& path, const Job& job, const std::vector<Row>&
   return std::fclose(file) == 0 && written;
 }
 
-int make(const std::string& folder) {
+int make(const std::string& machines, const std::string& folder) {
   for (const Job& job : kJobs) {
     md::CMachDef machine;
-    job.machine.build(machine);
+    const std::string machine_path = machines + "/" + job.machine + ".k5m";
+    if (MachdefLoad(&machine, machine_path.c_str()) == 0) {
+      std::fprintf(stderr, "make_toolpaths: %s: cannot be loaded; give the folder with the machines\n",
+                   machine_path.c_str());
+      return 1;
+    }
     std::vector<Row> rows;
     if (!rows_of(job, machine, rows)) {
       std::fprintf(stderr, "make_toolpaths: %s: the head cannot point where the path wants the tool\n",
-                   job.machine.name);
+                   job.machine);
       return 1;
     }
-    const std::string path = folder + "/" + job.machine.name + ".csv";
+    const std::string path = folder + "/" + job.machine + ".csv";
     if (!write_rows(path, job, rows)) {
       std::fprintf(stderr,
                    "make_toolpaths: %s: cannot be written; is the folder there, and may it be written?\n",
@@ -106,9 +111,9 @@ int make(const std::string& folder) {
 }  // namespace examples
 
 int main(int argc, char** argv) {
-  if (argc != 2) {
-    std::fprintf(stderr, "usage: make_toolpaths FOLDER\n");
+  if (argc != 3) {
+    std::fprintf(stderr, "usage: make_toolpaths MACHINES FOLDER\n");
     return 2;
   }
-  return examples::make(argv[1]);
+  return examples::make(argv[1], argv[2]);
 }

@@ -46,8 +46,8 @@ TEST(DegreesText, KeepsTheSignOfZero) {
 }
 
 // Where it gives an answer the answer is right, and where it gives none, no double nearby is one. Radians in
-// [0.5, 1) have steps of 2^-53, degrees in [28.6, 57.3] of 2^-48 below 32 and 2^-47 above; times pi / 180 that
-// is 0.56 and 1.12 steps of radians, so that above 32 degrees one in nine of the radians has no degrees.
+// [0.5, 1) have steps of 2^-53, degrees in [28.6, 57.3] of 2^-48 below 32 and 2^-47 above; times pi / 180
+// that is 0.56 and 1.12 steps of radians, so that above 32 degrees one in nine of the radians has no degrees.
 TEST(DegreesText, MeansTheSameRadiansOrGivesNone) {
   Random random(3);
   int found = 0;
