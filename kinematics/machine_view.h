@@ -16,12 +16,12 @@ struct MachineView {
 
 // Carries a point from the frame of node `n` to its root's, node by node; null leaves it where it is.
 inline Geometry::TPoint<double> point_to_root(Geometry::TPoint<double> p, const sg::node* n) {
-  for (; n != nullptr; n = n->parent_ptr()) p = p * n->transform();
+  for (; n != nullptr; n = n->parent_ptr()) p = n->point_to_parent(p);
   return p;
 }
 
 inline Geometry::TPoint<double> direction_to_root(Geometry::TPoint<double> d, const sg::node* n) {
-  for (; n != nullptr; n = n->parent_ptr()) d = n->transform().TransformDirection(d);
+  for (; n != nullptr; n = n->parent_ptr()) d = n->direction_to_parent(d);
   return d;
 }
 

@@ -24,7 +24,7 @@ bool moves_position(sg::node& n) {
 void CMachDef_SG2MachCoords(CMachDef& md, Geometry::TPoint<double>& xyz, Geometry::TPoint<double>& abc) {
   xyz = point_to_root(CUtility::pt_o, MachineView::tool_node(md));
   for (sg::node* n = first_leaf(md.SG()[1].get()); n != nullptr; n = n->parent_ptr())
-    if (moves_position(*n)) xyz = xyz * n->transform();
+    if (moves_position(*n)) xyz = n->point_to_parent(xyz);
 
   for (const boost::shared_ptr<sg::node>& rotary : md.SG_RotAxs()) {
     const sg::tnode<CAxis2>* const axis_node = sg::axis_node(rotary.get());

@@ -40,34 +40,24 @@ void scale_payload(tnode<CAxis2>& n, double factor) {
   NodeAxis_transform_set(selector, n, n.value() * factor);
 }
 
+void node::Transform::set_axis(unsigned int selector, const CAxis2& axis, double value) {
+  if (axis.mode() == LINEAR)
+    set_translation(axis.GetAxisVector() * value);
+  else if (axis.mode() == ROTARY)
+    set_rotation_at(axis.GetBaseVector(),
+                    Geometry::RotateAboutAxis(axis.GetAxisVector(), rotation_angle(selector, axis, value)));
+  else
+    Identity();
+}
+
 template class tnode<CAxis2>;
 
 }  // namespace sg
 
-namespace {
-
-Geometry::Matrix translation(const Geometry::TPoint<double>& offset) {
-  Geometry::Matrix transform;
-  transform.SetTranslation(offset.x, offset.y, offset.z);
-  return transform;
-}
-
-// Translate(-base) * RotateAboutAxis(direction, angle); the product's translation is -base turned.
-// Deliberate: there is no translation back. A fixed node on the root side holds it.
-Geometry::Matrix rotation_at_base(const CAxis2& axis, double angle) {
-  Geometry::Matrix transform = Geometry::RotateAboutAxis(axis.GetAxisVector(), angle);
-  const Geometry::TPoint<double> offset = transform.TransformDirection(-axis.GetBaseVector());
-  transform.SetTranslation(offset.x, offset.y, offset.z);
-  return transform;
-}
-
-}  // namespace
-
 Geometry::Matrix NodeAxis_transform_calc(unsigned int selector, const sg::tnode<CAxis2>& n, double value) {
-  const CAxis2& axis = n.payload();
-  if (axis.mode() == LINEAR) return translation(axis.GetAxisVector() * value);
-  if (axis.mode() == ROTARY) return rotation_at_base(axis, sg::rotation_angle(selector, axis, value));
-  return Geometry::Matrix();
+  sg::node::Transform transform;
+  transform.set_axis(selector, n.payload(), value);
+  return transform.matrix();
 }
 
 Geometry::Matrix NodeAxis_transform_calc(unsigned int selector, boost::shared_ptr<sg::tnode<CAxis2>> n,
@@ -76,8 +66,8 @@ Geometry::Matrix NodeAxis_transform_calc(unsigned int selector, boost::shared_pt
 }
 
 void NodeAxis_transform_set(unsigned int selector, sg::tnode<CAxis2>& n, double value) {
-  n.transform(NodeAxis_transform_calc(selector, n, value));
-  n.value(value);
+  n.m_transform.set_axis(selector, n.payload(), value);
+  n.m_value = value;
 }
 
 void NodeAxis_transform_set(unsigned int selector, boost::shared_ptr<sg::tnode<CAxis2>> n, double value) {

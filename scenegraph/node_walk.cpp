@@ -46,7 +46,7 @@ std::vector<boost::shared_ptr<node>> node::all_nodes(boost::shared_ptr<node> n) 
 
 void node::transform_stack(boost::shared_ptr<node> n, std::vector<Geometry::Matrix>& out) {
   out.clear();
-  for (const node* up = n.get(); up != nullptr; up = up->parent_ptr()) out.push_back(up->m_transform);
+  for (const node* up = n.get(); up != nullptr; up = up->parent_ptr()) out.push_back(up->transform());
 }
 
 void node::no_children(const std::vector<boost::shared_ptr<node>>& in,

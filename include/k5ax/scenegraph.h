@@ -56,6 +56,11 @@ K5AX_API boost::shared_ptr<sg::tnode<angled_head>> TOOL_NODE_Create();
 /// Parks the tool node in its own pool and empties the pointer; nothing is reset or checked.
 K5AX_API void TOOL_NODE_Free(boost::shared_ptr<sg::tnode<angled_head>>& n);
 
+// Explained below, beside the forms that take a shared pointer.
+K5AX_API Geometry::Matrix NodeAxis_transform_calc(unsigned int selector, const sg::tnode<CAxis2>& n,
+                                                  double value);
+K5AX_API void NodeAxis_transform_set(unsigned int selector, sg::tnode<CAxis2>& n, double value);
+
 namespace sg {
 
 /// One node of the scene graph: a transform relative to its parent, an id, a value, a flags word, and its
@@ -126,10 +131,18 @@ class K5AX_API node : public boost::enable_shared_from_this<node> {
   /// Sets the value only; the transform stays (see `md::NodeAxis_transform_set`).
   void value(double value) { m_value = value; }
   const Geometry::Matrix& transform() const {
-    return m_transform;
+    return m_transform.matrix();
   }  ///< from this node's frame to its parent's
   /// Sets the transform only; the value stays.
-  void transform(const Geometry::Matrix& transform) { m_transform = transform; }
+  void transform(const Geometry::Matrix& transform) { m_transform = Transform(transform); }
+  /// `p * transform()`: a point of this node's frame in the frame of its parent.
+  Geometry::TPoint<double> point_to_parent(const Geometry::TPoint<double>& p) const {
+    return m_transform.carry_point(p);
+  }
+  /// `transform().TransformDirection(d)`: a direction of this node's frame in the frame of its parent.
+  Geometry::TPoint<double> direction_to_parent(const Geometry::TPoint<double>& d) const {
+    return m_transform.carry_direction(d);
+  }
 
   /// Drops the children (whose own parent links stay as they are) and the parent link (this node stays in
   /// that parent's list); value 0, flags 0, identity. The id becomes -1, not the 0 of a fresh node: hosts
@@ -168,6 +181,32 @@ class K5AX_API node : public boost::enable_shared_from_this<node> {
   friend class tnode;
   friend tnode<CAxis2>* axis_node(node* n);
   friend tnode<angled_head>* tool_node(node* n);
+  friend Geometry::Matrix md::NodeAxis_transform_calc(unsigned int selector, const sg::tnode<CAxis2>& n,
+                                                      double value);
+  friend void md::NodeAxis_transform_set(unsigned int selector, sg::tnode<CAxis2>& n, double value);
+
+  // A transform that knows whether it turns anything. Most nodes of a machine do not, and three sums carry a
+  // point through one of them.
+  class Transform {
+   public:
+    Transform() : m_only_translates(true) {}
+    explicit Transform(const Geometry::Matrix& matrix);
+
+    const Geometry::Matrix& matrix() const { return m_matrix; }
+    Geometry::TPoint<double> carry_point(const Geometry::TPoint<double>& p) const;
+    Geometry::TPoint<double> carry_direction(const Geometry::TPoint<double>& d) const;
+
+    void Identity() { *this = Transform(); }
+    // See md::NodeAxis_transform_calc.
+    void set_axis(unsigned int selector, const CAxis2& axis, double value);
+
+   private:
+    void set_translation(const Geometry::TPoint<double>& offset);
+    void set_rotation_at(const Geometry::TPoint<double>& p_base, const Geometry::Matrix& rotation);
+
+    Geometry::Matrix m_matrix;
+    bool m_only_translates;  // the first three rows are the identity's
+  };
 
   static std::list<boost::shared_ptr<node>>& get_pool();
   static boost::shared_ptr<node> _node_clone(boost::shared_ptr<node> n, boost::shared_ptr<node> parent);
@@ -185,7 +224,7 @@ class K5AX_API node : public boost::enable_shared_from_this<node> {
 
   std::vector<boost::shared_ptr<node>> m_children;
   boost::weak_ptr<node> m_parent;
-  Geometry::Matrix m_transform;
+  Transform m_transform;
   int m_id;
   double m_value;
   unsigned int m_flags;
@@ -196,6 +235,24 @@ class K5AX_API node : public boost::enable_shared_from_this<node> {
   std::size_t m_parent_of;  // how many nodes have their parent link here
   std::size_t m_held_by;    // how many places in lists of children are this node's
 };
+
+// The products of the geometry, once more and inline: on the way up a tree there is one at every node, and as
+// a call it would cost more than its arithmetic.
+
+inline Geometry::TPoint<double> node::Transform::carry_direction(const Geometry::TPoint<double>& d) const {
+  if (m_only_translates) return d;
+  double xx, xy, xz, yx, yy, yz, zx, zy, zz, tx, ty, tz;
+  m_matrix.GetMatrix(xx, xy, xz, yx, yy, yz, zx, zy, zz, tx, ty, tz);
+  return Geometry::TPoint<double>(d.x * xx + (d.y * yx + d.z * zx),  //
+                                  d.x * xy + (d.y * yy + d.z * zy),  //
+                                  d.x * xz + (d.y * yz + d.z * zz));
+}
+
+inline Geometry::TPoint<double> node::Transform::carry_point(const Geometry::TPoint<double>& p) const {
+  double xx, xy, xz, yx, yy, yz, zx, zy, zz, tx, ty, tz;
+  m_matrix.GetMatrix(xx, xy, xz, yx, yy, yz, zx, zy, zz, tx, ty, tz);
+  return carry_direction(p) + Geometry::TPoint<double>(tx, ty, tz);
+}
 
 /// A node that carries a payload by value: `tnode<md::CAxis2>`, the axis node, is at once a node and an axis;
 /// `tnode<angled_head>`, the tool node, is at once a node and an angled-head record. There are no other

@@ -11,7 +11,6 @@
 #include <limits>
 
 #include <Eigen/Core>
-#include <Eigen/Geometry>
 
 namespace Geometry {
 namespace {
@@ -83,8 +82,14 @@ Row foot_point(const Row& p, const Row& base, const Row& direction) {
 
 }  // namespace
 
+// A single point or direction takes the values where they stand: a copy for Eigen would cost more than the
+// nine products. The sums are in Eigen's order.
 TPoint<double> Matrix::TransformDirection(const TPoint<double>& direction) const noexcept {
-  return to_point(to_row(direction) * to_rigid(*this).rotation);
+  const auto& [x, y, z] = direction;
+  const double* const m = m_values;
+  return TPoint<double>(x * m[0] + (y * m[3] + z * m[6]),  //
+                        x * m[1] + (y * m[4] + z * m[7]),  //
+                        x * m[2] + (y * m[5] + z * m[8]));
 }
 
 Matrix& Matrix::operator*=(const Matrix& next) noexcept { return *this = *this * next; }
@@ -96,8 +101,12 @@ Matrix operator*(const Matrix& first, const Matrix& next) noexcept {
 }
 
 TPoint<double> operator*(const TPoint<double>& point, const Matrix& matrix) noexcept {
-  const Rigid m = to_rigid(matrix);
-  return to_point(to_row(point) * m.rotation + m.translation);
+  const auto& [x, y, z] = point;
+  double xx, xy, xz, yx, yy, yz, zx, zy, zz, tx, ty, tz;
+  matrix.GetMatrix(xx, xy, xz, yx, yy, yz, zx, zy, zz, tx, ty, tz);
+  return TPoint<double>(x * xx + (y * yx + z * zx) + tx,  //
+                        x * xy + (y * yy + z * zy) + ty,  //
+                        x * xz + (y * yz + z * zz) + tz);
 }
 
 Matrix RotateAboutAxis(const TPoint<double>& direction, double radians) noexcept {
@@ -118,9 +127,18 @@ Matrix RotateAboutAxis(const TPoint<double>& direction, double radians) noexcept
     }
   }
 
-  // Eigen turns columns and we turn rows, hence the transposition. Its columns are the images of X, Y and Z.
-  const Eigen::Matrix3d column_rotation = Eigen::AngleAxisd(radians, u_axis.transpose()).toRotationMatrix();
-  return to_matrix(column_rotation.transpose(), Row::Zero());
+  // Rodrigues' formula for the rows, the images of X, Y and Z: with the unit direction u,
+  //     s = u sin,  v = u (1 - cos)
+  const Row& u = u_axis;
+  const double cosine = std::cos(radians);
+  const Row s = u * std::sin(radians);
+  const Row v = u * (1 - cosine);
+  Matrix matrix;
+  matrix.SetMatrix(v.x() * u.x() + cosine, v.x() * u.y() + s.z(), v.x() * u.z() - s.y(),  //
+                   v.x() * u.y() - s.z(), v.y() * u.y() + cosine, v.y() * u.z() + s.x(),  //
+                   v.x() * u.z() + s.y(), v.y() * u.z() - s.x(), v.z() * u.z() + cosine,  //
+                   0, 0, 0);
+  return matrix;
 }
 
 Matrix RotateAboutAxis(double x, double y, double z, double radians) noexcept {
@@ -145,6 +163,11 @@ TPoint<double> FindNearestPointOnLine(const TPoint<double>& base, const TPoint<d
 
 Plane::Plane(const TPoint<double>& normal, const TPoint<double>& point) noexcept
     : m_normal(), m_point(point) {
+  // The usual normal; to divide it by its length would change nothing.
+  if (to_row(normal).squaredNorm() == 1) {
+    m_normal = normal;
+    return;
+  }
   const Row handy_normal = to_handy_size(to_row(normal));
   const double length = handy_normal.norm();
   if (length > 0 && std::isfinite(length)) m_normal = to_point(handy_normal / length);
