@@ -97,8 +97,9 @@ class SceneUpdate {
   void find_axes() {
     for_each_axis_node([this](AxisNode& n) {
       if (n.GetAxis() == AXIS_Z) m_z_nodes.add(n);
-      if ((n.flags() & kDriven) == 0 || n.mode() != LINEAR) return;
-      if (n.GetAxis() < AXIS_X || n.GetAxis() > AXIS_Z) return;
+      if (n.mode() != LINEAR) return;
+      ++m_linear_node_count;
+      if ((n.flags() & kDriven) == 0 || n.GetAxis() < AXIS_X || n.GetAxis() > AXIS_Z) return;
       m_linear[static_cast<std::size_t>(n.GetAxis() - AXIS_X)].node = &n;
     });
   }
@@ -161,6 +162,12 @@ class SceneUpdate {
   // Every linear axis node that has the id of a driven node, driven itself or not, unless an axis of that id
   // was dropped.
   void zero_linear_axes() {
+    if (has_one_node_per_linear_axis()) {
+      for (const LinearAxis& axis : m_linear)
+        if (axis.node != nullptr && !was_dropped(axis.node->id()))
+          NodeAxis_transform_set(m_selector, *axis.node, 0.0);
+      return;
+    }
     bool listed_driven_ids = false;
     for_each_axis_node([this, &listed_driven_ids](AxisNode& n) {
       if (n.mode() != LINEAR || was_dropped(n.id())) return;
@@ -174,9 +181,17 @@ class SceneUpdate {
     });
   }
 
+  // The usual machine: the driven X, Y and Z are all the linear axis nodes there are.
+  bool has_one_node_per_linear_axis() const {
+    std::size_t count = m_dropped_count;
+    for (const LinearAxis& axis : m_linear) count += axis.node != nullptr;
+    return count == m_linear_node_count;
+  }
+
   bool was_dropped(int id) const {
-    const auto end = m_dropped_ids.begin() + static_cast<std::ptrdiff_t>(m_dropped_count);
-    return std::find(m_dropped_ids.begin(), end, id) != end;
+    for (std::size_t i = 0; i < m_dropped_count; ++i)
+      if (m_dropped_ids[i] == id) return true;
+    return false;
   }
 
   // Into the room that the machine keeps for it, so that nothing is allocated.
@@ -237,6 +252,7 @@ class SceneUpdate {
   TPoint<double> m_abc;
   std::array<LinearAxis, 3> m_linear;  // X, Y, Z
   ZNodes m_z_nodes;
+  std::size_t m_linear_node_count = 0;  // linear axis nodes of both trees, driven or not
   bool m_found_parallel = false;
   std::array<int, 3> m_dropped_ids{};
   std::size_t m_dropped_count = 0;
