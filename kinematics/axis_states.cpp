@@ -3,7 +3,9 @@
 
 #include <algorithm>
 #include <boost/container/small_vector.hpp>
+#include <cstddef>
 #include <functional>
+#include <iterator>
 
 namespace md {
 
@@ -11,8 +13,6 @@ namespace {
 
 constexpr std::size_t kUsualCount =
     32;  // nodes waiting in a walk, and records in a call, without asking for memory
-
-using States = boost::container::small_vector<const node_state*, kUsualCount>;
 
 // Visits the axis nodes of both trees, in the order of all_nodes, until a visit answers true.
 template <class Visit>
@@ -32,19 +32,52 @@ void visit_axis_nodes(const CMachDef& machdef, Visit visit) {
   }
 }
 
-// By id, and records of the same id in the order in which they came. The order of std::less, since it is
-// asked of pointers.
-bool comes_before(const node_state* a, const node_state* b) {
-  return a->id != b->id ? a->id < b->id : std::less<const node_state*>()(a, b);
-}
+// The records of one call, looked up by id. Of records with the same id the last one counts, and none has the
+// id 0. (Deliberate: 0 is what hosts' unused records carry.)
+class Records {
+ public:
+  Records(const node_state* states, int count) : m_begin(states), m_end(states + std::max(count, 0)) {
+    if (are_few()) return;
+    for (const node_state* state = m_begin; state != m_end; ++state)
+      if (state->id != 0) m_sorted.push_back(state);
+    std::sort(m_sorted.begin(), m_sorted.end(), comes_before);
+  }
 
-// The last record with this id; null when there is none.
-const node_state* find_last(const States& sorted, int id) {
-  const auto after = std::upper_bound(sorted.begin(), sorted.end(), id,
-                                      [](int key, const node_state* state) { return key < state->id; });
-  if (after == sorted.begin() || (*std::prev(after))->id != id) return nullptr;
-  return *std::prev(after);
-}
+  // Null when there is none.
+  const node_state* find(int id) const {
+    if (id == 0) return nullptr;
+    return are_few() ? search(id) : look_up(id);
+  }
+
+ private:
+  // So few that searching them for every axis costs less than putting them in order.
+  static constexpr std::ptrdiff_t kFew = 16;
+
+  bool are_few() const { return m_end - m_begin <= kFew; }
+
+  const node_state* search(int id) const {
+    for (const node_state* state = m_end; state != m_begin;)
+      if ((--state)->id == id) return state;
+    return nullptr;
+  }
+
+  // By id, and records of the same id in the order in which they came. The order of std::less, since it is
+  // asked of pointers.
+  static bool comes_before(const node_state* a, const node_state* b) {
+    return a->id != b->id ? a->id < b->id : std::less<const node_state*>()(a, b);
+  }
+
+  const node_state* look_up(int id) const {
+    const auto after = std::upper_bound(m_sorted.begin(), m_sorted.end(), id,
+                                        [](int key, const node_state* state) { return key < state->id; });
+    if (after == m_sorted.begin() || (*std::prev(after))->id != id) return nullptr;
+    return *std::prev(after);
+  }
+
+  const node_state* m_begin;
+  const node_state* m_end;
+  boost::container::small_vector<const node_state*, kUsualCount> m_sorted;  // empty while they are few
+};
 
 }  // namespace
 
@@ -71,14 +104,9 @@ void CMachDef_IdAxisState_set(CMachDef& md, const std::map<int, node_state>& sta
 extern "C" int CMachDef_IdAxisState_set2(md::CMachDef* machdef, const node_state* states, int count) {
   if (count == 0 || machdef == nullptr || (states == nullptr && count > 0)) return 0;
 
-  md::States sorted;
-  for (int i = 0; i < count; ++i)
-    // Deliberate: 0 is what hosts' unused records carry.
-    if (states[i].id != 0) sorted.push_back(&states[i]);
-  std::sort(sorted.begin(), sorted.end(), md::comes_before);
-
-  md::visit_axis_nodes(*machdef, [&sorted](md::sg::node& n) {
-    if (const node_state* const state = md::find_last(sorted, n.id())) md::node_state_set(n, *state);
+  const md::Records records(states, count);
+  md::visit_axis_nodes(*machdef, [&records](md::sg::node& n) {
+    if (const node_state* const state = records.find(n.id())) md::node_state_set(n, *state);
     return false;
   });
   return 1;
