@@ -5,7 +5,10 @@
 #include <k5ax/axes.h>
 
 // 0, 1, 2 for x, y, z; -1 where the type is no letter.
-inline int component_of(AXIS_TYPE type) { return type >= AXIS_A && type <= AXIS_Z ? type % 3 : -1; }
+inline int component_of(AXIS_TYPE type) {
+  if (type < AXIS_A || type > AXIS_Z) return -1;
+  return type < AXIS_X ? type - AXIS_A : type - AXIS_X;
+}
 
 inline double value_of(AXIS_TYPE type, double x, double y, double z) {
   switch (component_of(type)) {

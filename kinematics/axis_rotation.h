@@ -4,7 +4,6 @@
 
 #include <k5ax/axes.h>
 
-#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -19,6 +18,9 @@ namespace md {
 // matrix is the longer way.
 class AxisRotation {
  public:
+  // Turns nothing.
+  AxisRotation() : m_sin(0.0), m_cos(1.0) {}
+
   AxisRotation(const CAxis2& axis, double angle)
       : m_base(axis.GetBaseVector()),
         m_u_axis(axis.GetAxisVector()),
@@ -26,7 +28,11 @@ class AxisRotation {
         m_cos(std::cos(angle)) {
     const double squared_length = math::dot(m_u_axis, m_u_axis);
     // Written so that what is not a number takes the long way, and comes out as what it is.
-    if (!(std::abs(squared_length - 1) <= kUnitSlack)) normalise();
+    if (std::abs(squared_length - 1) <= kUnitSlack) return;
+    m_u_axis = unit_or_zero(m_u_axis);
+    if (m_u_axis != Geometry::TPoint<double>()) return;
+    m_sin = 0.0;
+    m_cos = 1.0;
   }
 
   // The way back. (From the angle's negative, sine and cosine would be two calls of the C library.)
@@ -48,31 +54,16 @@ class AxisRotation {
   // A squared length that differs from 1 by the rounding of its own sum: a unit vector as good as any.
   static constexpr double kUnitSlack = 4 * std::numeric_limits<double>::epsilon();
 
-  static constexpr double kShortest = 5e-9;  // length unit; a shorter direction is noise and points nowhere
-
-  // For a direction of another length. One that is too short has no direction to turn about, and turns
-  // nothing.
-  void normalise();
+  // Zero for a direction that is too short: there is none to turn about, and nothing turns. By value, so that
+  // the usual rotation never needs an address and lives in registers; in a file of its own, so that it takes
+  // no room where the others are inlined.
+  static Geometry::TPoint<double> unit_or_zero(const Geometry::TPoint<double>& d);
 
   Geometry::TPoint<double> m_base;
   Geometry::TPoint<double> m_u_axis;
   double m_sin;
   double m_cos;
 };
-
-inline void AxisRotation::normalise() {
-  // By the largest component first, so that no square overflows.
-  const double largest = std::max({std::abs(m_u_axis.x), std::abs(m_u_axis.y), std::abs(m_u_axis.z)});
-  const Geometry::TPoint<double> scaled(m_u_axis.x / largest, m_u_axis.y / largest, m_u_axis.z / largest);
-  const double scaled_length = math::length(scaled);
-  if (largest == 0 || scaled_length * largest < kShortest) {
-    m_sin = 0.0;
-    m_cos = 1.0;
-    return;
-  }
-  m_u_axis =
-      Geometry::TPoint<double>(scaled.x / scaled_length, scaled.y / scaled_length, scaled.z / scaled_length);
-}
 
 }  // namespace md
 

@@ -26,8 +26,9 @@ Matrix rotation_about_line(const CAxis2& axis, double angle) {
   return rotation;
 }
 
-TPoint<double> turned_about_line(const TPoint<double>& p, const CAxis2& axis, const Matrix& rotation) {
-  return rotation.TransformDirection(p - axis.GetBaseVector()) + axis.GetBaseVector();
+// An axis that is missing turns nothing.
+AxisRotation rotation_of(const CAxis2* axis, const TPoint<double>& abc) {
+  return axis != nullptr ? AxisRotation(*axis, angle_of(*axis, abc)) : AxisRotation();
 }
 
 bool on_table(const CAxis2* axis) { return axis != nullptr && axis->GetAxisLocation() == TABLE; }
@@ -68,20 +69,14 @@ void CMachDef::Mach2PartCoords(const TPoint<double>& xyz, const TPoint<double>& 
   TPoint<double> p_part = xyz;
   TPoint<double> d_tool_part = getToolDir();
   if (has_known_type()) {
-    const CAxis2* const primary = m_primary.get();
-    const CAxis2* const secondary = m_secondary.get();
-    Matrix primary_rotation;
-    Matrix secondary_rotation;
-    if (primary != nullptr)
-      primary_rotation = Geometry::RotateAboutAxis(primary->m_vector, angle_of(*primary, abc));
-    if (secondary != nullptr)
-      secondary_rotation = Geometry::RotateAboutAxis(secondary->m_vector, angle_of(*secondary, abc));
-
+    const AxisRotation primary = rotation_of(m_primary.get(), abc);
+    const AxisRotation secondary = rotation_of(m_secondary.get(), abc);
     // Deliberate: the point goes with the table axes alone, primary first; the tool direction goes with both
     // axes wherever they sit, secondary first.
-    if (on_table(primary)) p_part = turned_about_line(p_part, *primary, primary_rotation);
-    if (on_table(secondary)) p_part = turned_about_line(p_part, *secondary, secondary_rotation);
-    d_tool_part = primary_rotation.TransformDirection(secondary_rotation.TransformDirection(d_tool_part));
+    if (on_table(m_primary.get())) p_part = primary.turn_point(p_part);
+    if (on_table(m_secondary.get())) p_part = secondary.turn_point(p_part);
+    for (const AxisRotation* const rotation : {&secondary, &primary})
+      d_tool_part = rotation->turn_direction(d_tool_part);
   }
   partPoint = p_part;
   partToolDir = d_tool_part;
