@@ -2,10 +2,12 @@
 // and an exit code. The only place where it does.
 #include "tool/context.h"
 #include "tool/errors.h"
+#include "tool/machine/nearest_word.h"
 #include "tool/verbs.h"
 
 #include <CLI/CLI.hpp>
 
+#include <cctype>
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
@@ -14,6 +16,8 @@
 #include <iostream>
 #include <new>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include <unistd.h>
 
@@ -33,11 +37,58 @@ int complain(tool::Context& context, const std::string& message, int exit_code) 
   return exit_code;
 }
 
+// The parser takes -5 for a value and -.5 for an option; a person means a number by both.
+std::vector<std::string> readable(int argc, char** argv) {
+  std::vector<std::string> arguments;
+  for (int i = argc - 1; i > 0; --i) {  // the parser wants the last one first
+    std::string argument = argv[i];
+    if (argument.size() > 2 && argument[0] == '-' && argument[1] == '.' &&
+        std::isdigit(static_cast<unsigned char>(argument[2])) != 0)
+      argument.insert(1, "0");
+    arguments.push_back(argument);
+  }
+  return arguments;
+}
+
+std::string suggestion(const std::string& word, const std::vector<std::string>& known) {
+  const std::vector<std::string_view> views(known.begin(), known.end());
+  const std::string_view nearest = tool::nearest_word(word, views);
+  return nearest.empty() ? "" : " (did you mean " + std::string(nearest) + "?)";
+}
+
+// The word that the parser could not place, and the one that may have been meant: a verb where there is none
+// yet, else one of the verb's options.
+std::string misplaced_word(const CLI::App& app, const std::vector<std::string>& arguments) {
+  if (app.get_subcommands().empty()) {
+    if (arguments.empty()) return "give a verb";
+    std::vector<std::string> verbs;
+    for (const CLI::App* verb : app.get_subcommands({})) verbs.push_back(verb->get_name());
+    const std::string& word = arguments.back();
+    return (word[0] == '-' ? "no option \"" : "no verb \"") + word + "\"" + suggestion(word, verbs);
+  }
+
+  const CLI::App* const verb = app.get_subcommands().front();
+  std::vector<std::string> options;
+  for (const CLI::Option* option : verb->get_options()) {
+    for (const std::string& name : option->get_lnames()) options.push_back("--" + name);
+  }
+  for (const std::string& word : verb->remaining()) {
+    if (word.size() < 2 || word[0] != '-') return "\"" + word + "\" is one argument too many";
+    return "no option \"" + word + "\"" + suggestion(word.substr(0, word.find('=')), options);
+  }
+  return {};
+}
+
 // The parser's own message, with the verb that it is about and where to read on.
-std::string usage_message(const CLI::App& app, const CLI::ParseError& error) {
+std::string usage_message(const CLI::App& app, const std::vector<std::string>& arguments,
+                          const CLI::ParseError& error) {
   std::string command;
   for (const CLI::App* verb : app.get_subcommands()) command += " " + verb->get_name();
   std::string what = error.what();
+  const bool unplaced =
+      app.get_subcommands().empty() || error.get_exit_code() == static_cast<int>(CLI::ExitCodes::ExtrasError);
+  const std::string misplaced = unplaced ? misplaced_word(app, arguments) : std::string();
+  if (!misplaced.empty()) what = misplaced;
   while (!what.empty() && (what.back() == '.' || what.back() == '\n')) what.pop_back();
   return (command.empty() ? "" : command.substr(1) + ": ") + what + "; see k5ax" + command + " --help";
 }
@@ -46,12 +97,14 @@ int run(int argc, char** argv, tool::Context& context) {
   CLI::App app("k5ax: looks at, checks, converts and works with definitions of five-axis machines", "k5ax");
   tool::add_verbs(app, context);
 
+  const std::vector<std::string> arguments = readable(argc, argv);
   try {
-    app.parse(argc, argv);
+    std::vector<std::string> to_parse = arguments;
+    app.parse(to_parse);
   } catch (const CLI::Success& wish) {  // --help and --version
     return app.exit(wish, context.out, context.err);
   } catch (const CLI::ParseError& error) {
-    return complain(context, usage_message(app, error), tool::kUsage);
+    return complain(context, usage_message(app, arguments, error), tool::kUsage);
   } catch (const tool::UsageError& error) {
     return complain(context, error.what(), tool::kUsage);
   } catch (const tool::InputError& error) {

@@ -18,8 +18,8 @@ void add_json_flag(CLI::App& verb, Context& context);
 CLI::Option* add_file(CLI::App& verb, const std::string& name, std::string& path,
                       const std::string& description);
 
-/// The examples at the end of the verb's help: whole command lines, "k5ax info machine.k5m". A test runs every
-/// one of them, in a folder with machine.json, machine.k5m, path.csv and cartesian.csv.
+/// The examples at the end of the verb's help: whole command lines, "k5ax info machine.k5m". A test runs each
+/// of them, in a folder with machine.json, machine.k5m, path.csv and cartesian.csv.
 void set_examples(CLI::App& verb, std::initializer_list<const char*> command_lines);
 
 }  // namespace tool

@@ -1,8 +1,10 @@
 // All verbs of the tool. One line each to include it and one to add it.
 #include "tool/verbs.h"
 
+#include "tool/verbs/check.h"
 #include "tool/verbs/convert.h"
 #include "tool/verbs/info.h"
+#include "tool/verbs/pose.h"
 
 namespace tool {
 
@@ -12,6 +14,8 @@ void add_verbs(CLI::App& app, Context& context) {
   app.require_subcommand(1);
 
   add_info(app, context);
+  add_check(app, context);
+  add_pose(app, context);
   add_convert(app, context);
 
   app.footer(

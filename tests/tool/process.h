@@ -46,8 +46,8 @@ void write_file(const std::string& path, const std::string& content);
 /// A new empty folder below the test's own; the name is for people.
 std::string make_folder(const std::string& name);
 
-/// Expects `text` to be what tests/tool/golden/NAME holds, and shows the first line that differs. Golden files
-/// are checked by hand or by another computation before they are committed; nothing here writes one.
+/// Expects `text` to be what tests/tool/golden/NAME holds, and shows the first line that differs. Golden
+/// files are checked by hand or by another computation before they are committed; nothing here writes one.
 void expect_golden(const std::string& name, const std::string& text);
 
 }  // namespace tool_test
