@@ -155,9 +155,9 @@ K5AX_API double k5ax_D2R(void);
 
 /// Brings an angle into a range by whole turns.
 ///
-/// @param angle  radians, at most a few turns off: each turn is one step of a loop, so that the result is
-///               exactly the sum of those steps; a large angle takes proportionally long. NaN comes back as
-///               it is, and so does an angle that a turn no longer changes (infinite, or beyond about 1e17).
+/// @param angle  radians. The result is exactly the sum of adding or taking away one turn after the other,
+///               rounded each time, and so the worse the larger the angle. NaN comes back as it is, and so
+///               does an angle that a turn no longer changes (infinite, or beyond about 1e17).
 /// @param range  1: [0, 2 pi); 2: [-pi, pi], where both ends stay as they are; any other value: no change
 /// @return the angle in that range, radians
 K5AX_API double k5ax_normalise_angle(double angle, int range);

@@ -1,6 +1,7 @@
 // Angles brought into a range by whole turns.
 #include <cmath>
 #include <limits>
+#include <random>
 
 #include <gtest/gtest.h>
 
@@ -103,6 +104,59 @@ TEST(AngleSteps, AreWholeTurnsOneAtATime) {
   ASSERT_NE(stepped, std::fmod(1000.0, kTurn));
 
   EXPECT_EQ(k5ax_normalise_angle(1000.0, kFromZero), stepped);
+}
+
+// Single steps, as the library's answer is defined.
+double stepped_from_zero(double angle) {
+  while (angle < 0) angle += kTurn;
+  while (angle >= kTurn) angle -= kTurn;
+  return angle;
+}
+
+double stepped_about_zero(double angle) {
+  while (angle > kPi) angle -= kTurn;
+  while (angle < -kPi) angle += kTurn;
+  return angle;
+}
+
+TEST(AngleSteps, OfLargeAnglesAddUpAsIfTakenOneAtATime) {
+  std::mt19937_64 random(20261120);
+  int compared = 0;
+  for (int round = 0; round < 60; ++round) {
+    // Sizes from 2^7 to 2^22, evenly by their exponent: up to 700,000 steps.
+    const double exponent = 7 + 15 * (static_cast<double>(random() >> 11) * 0x1p-53);
+    const double angle = (round % 2 == 0 ? 1 : -1) * std::exp2(exponent);
+    ASSERT_EQ(k5ax_normalise_angle(angle, kFromZero), stepped_from_zero(angle)) << angle;
+    ASSERT_EQ(k5ax_normalise_angle(angle, kAboutZero), stepped_about_zero(angle)) << angle;
+    ++compared;
+  }
+  EXPECT_EQ(compared, 60);
+}
+
+TEST(AngleSteps, AddUpAcrossPowersOfTwo) {
+  for (const double power : {1024.0, 2048.0, 65536.0, 1048576.0}) {
+    for (const double off : {-kTurn, -1.0, 0.0, 1.0, kTurn, 2 * kTurn}) {
+      const double angle = power + off;
+      ASSERT_EQ(k5ax_normalise_angle(angle, kFromZero), stepped_from_zero(angle)) << angle;
+      ASSERT_EQ(k5ax_normalise_angle(-angle, kAboutZero), stepped_about_zero(-angle)) << -angle;
+    }
+  }
+}
+
+TEST(AngleSteps, OfAHundredMillionRadiansAddUp) {
+  EXPECT_EQ(k5ax_normalise_angle(1e8, kFromZero), stepped_from_zero(1e8));  // 16 million steps
+}
+
+// One at a time these would be 10^14 to 10^16 steps: hours to months.
+TEST(AngleSteps, OfHugeAnglesComeToAnEnd) {
+  for (const double angle : {1e15, -1e15, 3e15, 1e16, -5e16}) {
+    const double from_zero = k5ax_normalise_angle(angle, kFromZero);
+    EXPECT_GE(from_zero, 0.0) << angle;
+    EXPECT_LT(from_zero, kTurn) << angle;
+    const double about_zero = k5ax_normalise_angle(angle, kAboutZero);
+    EXPECT_GE(about_zero, -kPi) << angle;
+    EXPECT_LE(about_zero, kPi) << angle;
+  }
 }
 
 TEST(AngleRange, UnknownReturnsTheAngleUnchanged) {
