@@ -15,8 +15,8 @@ const double R2D = 57.29577951308232;
 
 namespace {
 
-// From here on turns are taken many at once. Any size below 2^31 would do; above 2^7 no step is halfway between
-// two doubles, so that all steps between two powers of two are of one length.
+// From here on turns are taken many at once. Above 2^7 no step is halfway between two doubles, so that all
+// steps between two powers of two are of one length.
 constexpr double kManyTurns = 1024;
 
 // As many steps as surely end above the power of two below the angle, with exactly the sum of taking them one
@@ -27,7 +27,8 @@ double turned_often(double angle, double step) {
   return steps > 0 ? angle + steps * step : angle;
 }
 
-// One turn up or down, or many; false once a turn is lost in rounding, where a loop of turns would have no end.
+// One turn up or down, or many; false once a turn is lost in rounding, where a loop of turns would have no
+// end.
 bool turn(double& angle, double by) {
   const double turned = angle + by;
   if (turned == angle) return false;
