@@ -94,7 +94,7 @@ std::string usage_message(const CLI::App& app, const std::vector<std::string>& a
 }
 
 int run(int argc, char** argv, tool::Context& context) {
-  CLI::App app("k5ax: looks at, checks, converts and works with definitions of five-axis machines", "k5ax");
+  CLI::App app("k5ax looks at, checks and converts definitions of five-axis machines", "k5ax");
   tool::add_verbs(app, context);
 
   const std::vector<std::string> arguments = readable(argc, argv);
@@ -109,6 +109,8 @@ int run(int argc, char** argv, tool::Context& context) {
     return complain(context, error.what(), tool::kUsage);
   } catch (const tool::InputError& error) {
     return complain(context, error.what(), tool::kBadInput);
+  } catch (const std::ios_base::failure&) {
+    throw;  // standard output's, see main
   } catch (const std::bad_alloc&) {
     return complain(context, "out of memory; give it a smaller file", tool::kBadInput);
   } catch (const std::exception& error) {
@@ -130,13 +132,17 @@ int main(int argc, char** argv) {
   context.colour = wants_colour();
   context.progress = isatty(STDERR_FILENO) == 1;
 
-  const int exit_code = run(argc, argv, context);
-  errno = 0;
-  std::cout.flush();
-  if (!std::cout) {
+  // A write that fails is met where it fails, while the system's reason is known.
+  std::cout.exceptions(std::ios::badbit);
+  try {
+    const int exit_code = run(argc, argv, context);
+    errno = 0;
+    std::cout.flush();
+    return exit_code;
+  } catch (const std::ios_base::failure&) {
     const std::string reason = errno != 0 ? std::strerror(errno) : "write error";
+    std::cout.exceptions(std::ios::goodbit);
     return complain(context, "standard output: " + reason + "; make room or write elsewhere",
                     tool::kBadInput);
   }
-  return exit_code;
 }

@@ -7,9 +7,14 @@
 #include <CLI/CLI.hpp>
 
 #include <initializer_list>
+#include <memory>
 #include <string>
 
 namespace tool {
+
+/// Help of at most 80 columns, in which a verb's first line stands for it in the list of verbs. Give it to
+/// the app before its verbs are added.
+std::shared_ptr<CLI::Formatter> help_formatter();
 
 /// --json, kept in `context.json`.
 void add_json_flag(CLI::App& verb, Context& context);

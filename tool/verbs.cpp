@@ -1,6 +1,7 @@
 // All verbs of the tool. One line each to include it and one to add it.
 #include "tool/verbs.h"
 
+#include "tool/verb.h"
 #include "tool/verbs/check.h"
 #include "tool/verbs/convert.h"
 #include "tool/verbs/info.h"
@@ -9,6 +10,7 @@
 namespace tool {
 
 void add_verbs(CLI::App& app, Context& context) {
+  app.formatter(help_formatter());
   app.set_version_flag("--version", "k5ax " K5AX_TOOL_VERSION, "Print the version and end");
   app.set_help_flag("-h,--help", "Print this help and end");
   app.require_subcommand(1);
@@ -20,7 +22,8 @@ void add_verbs(CLI::App& app, Context& context) {
 
   app.footer(
       "k5ax VERB --help says more about a verb.\n"
-      "Exit codes: 0 done, 1 the answer is no, 2 the command line is wrong, 3 the input is bad.");
+      "Exit codes: 0 done, 1 the answer is no, 2 the command line is wrong,\n"
+      "3 an input cannot be used or an output cannot be written.");
 }
 
 }  // namespace tool

@@ -63,14 +63,15 @@ struct Pipe {
 };
 
 // In the child: nothing here may return.
-[[noreturn]] void become_tool(const std::vector<std::string>& arguments, const How& how) {
+[[noreturn]] void become(const std::string& program, const std::vector<std::string>& arguments,
+                         const How& how) {
   for (const auto& [name, value] : how.variables) setenv(name.c_str(), value.c_str(), 1);
   if (!how.folder.empty() && chdir(how.folder.c_str()) != 0) _exit(126);
 
   std::vector<char*> argv;
-  std::string program = K5AX_TOOL;
+  std::string name = program;
   std::vector<std::string> copies = arguments;
-  argv.push_back(program.data());
+  argv.push_back(name.data());
   for (std::string& copy : copies) argv.push_back(copy.data());
   argv.push_back(nullptr);
   execv(program.c_str(), argv.data());
@@ -114,15 +115,7 @@ void exchange(pid_t child, Pipe& in, Pipe& out, Pipe& err, const std::string& in
   }
 }
 
-}  // namespace
-
-std::ostream& operator<<(std::ostream& stream, const Ended& ended) {
-  return stream << "exit code " << ended.exit_code << "\n--- out\n"
-                << ended.out << "--- err\n"
-                << ended.err << "---\n";
-}
-
-Ended run_tool(const std::vector<std::string>& arguments, const How& how) {
+Ended run(const std::string& program, const std::vector<std::string>& arguments, const How& how) {
   Pipe in;
   Pipe out;
   Pipe err;
@@ -140,23 +133,22 @@ Ended run_tool(const std::vector<std::string>& arguments, const How& how) {
   // Writing to a tool that has ended is answered by an error, not by the end of the test.
   std::signal(SIGPIPE, SIG_IGN);
   fcntl(in.write_end, F_SETFL, O_NONBLOCK);
+  if (how.reader_gone) out.close_read();  // before there is anything to write
 
   const pid_t child = fork();
   if (child < 0) give_up("fork");
   if (child == 0) {
     const int to = how.output_to.empty() ? out.write_end : open(how.output_to.c_str(), O_WRONLY | O_CLOEXEC);
-    if (how.reader_gone) out.close_read();
     if (to < 0 || dup2(in.read_end, STDIN_FILENO) < 0 || dup2(to, STDOUT_FILENO) < 0 ||
         dup2(how.terminal ? out.write_end : err.write_end, STDERR_FILENO) < 0) {
       _exit(125);
     }
-    become_tool(arguments, how);
+    become(program, arguments, how);
   }
 
   in.close_read();
   out.close_write();
   err.close_write();
-  if (how.reader_gone) out.close_read();
   Ended ended;
   exchange(child, in, out, err, how.input, ended);
 
@@ -168,6 +160,33 @@ Ended run_tool(const std::vector<std::string>& arguments, const How& how) {
   ended.exit_code = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
   ended.peak_kib = usage.ru_maxrss;
   return ended;
+}
+
+}  // namespace
+
+std::ostream& operator<<(std::ostream& stream, const Ended& ended) {
+  return stream << "exit code " << ended.exit_code << "\n--- out\n"
+                << ended.out << "--- err\n"
+                << ended.err << "---\n";
+}
+
+Ended run_tool(const std::vector<std::string>& arguments, const How& how) {
+  return run(K5AX_TOOL, arguments, how);
+}
+
+Ended run_shell(const std::string& command_line, const How& how) {
+  const char* const path = std::getenv("PATH");
+  How with_path = how;
+  with_path.variables["PATH"] = std::filesystem::path(K5AX_TOOL).parent_path().string() + ":" +
+                                (path != nullptr ? path : "/usr/bin:/bin");
+  return run("/bin/bash", {"-c", command_line}, with_path);
+}
+
+std::vector<std::string> lines_of(const std::string& text) {
+  std::vector<std::string> lines;
+  std::istringstream stream(text);
+  for (std::string line; std::getline(stream, line);) lines.push_back(line);
+  return lines;
 }
 
 std::string in_tree(const std::string& path) { return std::string(K5AX_SOURCE_DIR) + "/" + path; }

@@ -34,6 +34,12 @@ struct How {
 /// that runs for a minute is ended and fails the test.
 Ended run_tool(const std::vector<std::string>& arguments, const How& how = {});
 
+/// Starts a shell with one command line, in which the name k5ax is the built tool.
+Ended run_shell(const std::string& command_line, const How& how = {});
+
+/// The lines of a text.
+std::vector<std::string> lines_of(const std::string& text);
+
 /// A file of the source tree, "examples/machines/head_head_fork.k5m".
 std::string in_tree(const std::string& path);
 

@@ -251,9 +251,9 @@ void add_pose(CLI::App& app, Context& context) {
       *verb, {"k5ax pose machine.k5m 10 20 30 -40 0 90", "k5ax pose machine.json 10 20 30 -40 0 90 --part"});
   verb->description(
       "Pose a machine and show where every node of its trees goes.\n"
-      "X Y Z are machine coordinates, as 'k5ax path --to machine' writes them: the place of\n"
-      "the tool point while the rotary axes of the table stand at 0. With --part they are a\n"
-      "point on the part. Angles are degrees. Ends with 1 when the point cannot be reached.");
+      "X Y Z are machine coordinates, as k5ax path --to machine writes them: the place\n"
+      "of the tool point while the rotary axes of the table stand at 0. With --part\n"
+      "they are a point on the part. Ends with 1 when the point cannot be reached.");
   verb->callback([options, &context] { pose(*options, context); });
 }
 
