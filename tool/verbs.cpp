@@ -5,7 +5,9 @@
 #include "tool/verbs/check.h"
 #include "tool/verbs/convert.h"
 #include "tool/verbs/info.h"
+#include "tool/verbs/path.h"
 #include "tool/verbs/pose.h"
+#include "tool/verbs/wrap.h"
 
 namespace tool {
 
@@ -19,6 +21,8 @@ void add_verbs(CLI::App& app, Context& context) {
   add_check(app, context);
   add_pose(app, context);
   add_convert(app, context);
+  add_path(app, context);
+  add_wrap(app, context);
 
   app.footer(
       "k5ax VERB --help says more about a verb.\n"

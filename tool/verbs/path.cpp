@@ -1,0 +1,178 @@
+// k5ax path: a whole tool path between part and machine coordinates.
+#include "tool/verbs/path.h"
+
+#include "tool/errors.h"
+#include "tool/text.h"
+#include "tool/toolpath/input.h"
+#include "tool/toolpath/machine_for_path.h"
+#include "tool/toolpath/output.h"
+#include "tool/toolpath/path_summary.h"
+#include "tool/toolpath/path_table.h"
+#include "tool/toolpath/progress.h"
+#include "tool/toolpath/row_stream.h"
+#include "tool/toolpath/slide_values.h"
+#include "tool/toolpath/travels.h"
+#include "tool/verb.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include <k5ax/k5ax.h>
+
+namespace tool {
+namespace {
+
+using Geometry::TPoint;
+
+struct PathOptions {
+  std::string machine;
+  std::string path;
+  std::string to;
+  std::string output;
+  bool tool_direction = false;
+  bool no_travel = false;
+
+  bool to_machine() const { return to == "machine"; }
+};
+
+TablePlan plan_for(const md::CMachDef& machine, const PathOptions& options) {
+  TablePlan plan;
+  for (std::size_t i = 0; i < 3; ++i) {
+    plan.use[i] = ColumnUse::kRequired;
+    plan.rewritten[i] = true;
+    plan.use[3 + i] = rotary_letters(machine)[i] ? ColumnUse::kRequired : ColumnUse::kZero;
+  }
+  // Without any rotary axis, part to machine turns by C about Z and, on a table-table machine, then by B
+  // about Y. There a path may have these columns and need not. The way back turns nothing.
+  if (!machine.getPrimary() && !machine.getSecondary() && options.to_machine()) {
+    plan.use[5] = ColumnUse::kOptional;
+    if (machine.getMachType() == MC_TT) plan.use[4] = ColumnUse::kOptional;
+  }
+  if (options.tool_direction) plan.appended = {"i", "j", "k"};
+  return plan;
+}
+
+// Holds every row against the travels of the slides, where the trees say how they stand, and of the rotary
+// axes.
+class TravelWatch {
+ public:
+  explicit TravelWatch(md::CMachDef& machine) : m_slides(machine) {
+    for (std::size_t i = 0; i < 3; ++i) {
+      const md::CAxis2* const axis = m_slides.axis(i);
+      if (axis == nullptr) continue;
+      m_places[m_axes++] = i;
+      m_travels.add(*axis, false);
+      m_has_slides = true;
+    }
+    for (const auto& axis : {machine.getPrimary(), machine.getSecondary()}) {
+      if (!axis) continue;
+      m_places[m_axes++] = 3 + static_cast<std::size_t>(axis->GetAxis()) % 3;
+      m_travels.add(*axis, true);
+    }
+  }
+
+  void take(const PathRow& row, const TPoint<double>& p_mach, const TPoint<double>& abc) {
+    std::array<double, 3> slides{};
+    if (m_has_slides && !m_slides.at(p_mach, abc, slides)) {
+      m_travels.take_unreached(row.line);
+      return;
+    }
+    std::array<double, kMostAxes> values{};
+    for (std::size_t k = 0; k < m_axes; ++k)
+      values[k] = m_places[k] < 3 ? slides[m_places[k]] : row.values[m_places[k]];
+    m_travels.take(row.line, values.data());
+  }
+
+  const Travels& travels() const { return m_travels; }
+  bool has_slides() const { return m_has_slides; }
+
+ private:
+  static constexpr std::size_t kMostAxes = 5;
+
+  SlideValues m_slides;
+  Travels m_travels;
+  std::array<std::size_t, kMostAxes> m_places{};  // by travel: 0 to 2 a slide, 3 to 5 an angle of the row
+  std::size_t m_axes = 0;
+  bool m_has_slides = false;
+};
+
+// Gives the row its new numbers, and tells where the machine stands in it.
+TPoint<double> convert_row(const md::CMachDef& machine, bool to_machine, const TPoint<double>& abc,
+                           PathRow& row) {
+  const TPoint<double> p_given = xyz_of(row);
+  if (to_machine) {
+    const TPoint<double> p_mach = machine.Part2MachCoords(p_given, abc);
+    set_xyz(row, p_mach);
+    return p_mach;
+  }
+  TPoint<double> p_part;
+  TPoint<double> d_tool_part;
+  machine.Mach2PartCoords(p_given, abc, p_part, d_tool_part);
+  set_xyz(row, p_part);
+  row.appended = {d_tool_part.x, d_tool_part.y, d_tool_part.z};
+  return p_given;
+}
+
+void run_path(const PathOptions& options, Context& context) {
+  if (options.tool_direction && options.to_machine()) {
+    throw UsageError("path: --tool-direction goes with --to part, where a tool direction comes out",
+                     "leave it out, or convert to part");
+  }
+  const std::unique_ptr<md::CMachDef> machine = read_valid_machine(options.machine);
+  const TablePlan plan = plan_for(*machine, options);
+  TravelWatch watch(*machine);
+  const bool to_machine = options.to_machine();
+  const bool watches = !options.no_travel;
+  std::uint64_t rows = 0;
+
+  Input input(options.path, context.in);
+  with_output(options.output, context.out, [&](Output& output) {
+    Progress progress(context.err, shows_progress(options.output, context), input.size());
+    rows = stream_rows(input, plan, output, progress, [&](PathRow& row) {
+      const TPoint<double> abc = abc_of(row);
+      const TPoint<double> p_mach = convert_row(*machine, to_machine, abc, row);
+      if (watches) watch.take(row, p_mach, abc);
+    });
+  });
+
+  const PathSummary summary = {options.path,       rows,           unit_name(*machine), !options.no_travel,
+                               watch.has_slides(), watch.travels()};
+  // With the rows on standard output, anything else there would be taken for one.
+  if (context.json) {
+    print_summary_json(summary, names_file(options.output) ? context.out : context.err);
+  } else {
+    print_summary(summary, context.err);
+  }
+  if (watch.travels().rows_out() > 0) context.exit_code = kNo;
+}
+
+}  // namespace
+
+void add_path(CLI::App& app, Context& context) {
+  CLI::App* verb = app.add_subcommand("path", "Convert a tool path between part and machine coordinates");
+  auto options = std::make_shared<PathOptions>();
+  add_file(*verb, "MACHINE", options->machine, "The machine definition, .k5m or .json");
+  add_file(*verb, "PATH", options->path,
+           "The tool path, - for standard input: CSV with a header that names x, y, z and the machine's of "
+           "a, b, c; lengths in the machine's unit, angles in degrees");
+  verb->add_option("--to", options->to, "What x, y, z become: machine or part coordinates")
+      ->required()
+      ->check(CLI::IsMember({"machine", "part"}))
+      ->type_name("machine|part")
+      ->option_text("machine|part");
+  verb->add_option("-o,--output", options->output, "Write the rows to this file, whole or not at all")
+      ->type_name("FILE")
+      ->option_text("FILE");
+  verb->add_flag("--tool-direction", options->tool_direction,
+                 "With --to part: add columns i, j, k, the direction from the tool's point to the machine");
+  verb->add_flag("--no-travel", options->no_travel, "Do not hold the rows against the axes' travels");
+  add_json_flag(*verb, context);
+  set_examples(*verb, {"k5ax path machine.k5m path.csv --to machine -o moved.csv",
+                       "k5ax path machine.json - --to part --tool-direction < path.csv"});
+  verb->callback([options, &context] { run_path(*options, context); });
+}
+
+}  // namespace tool

@@ -1,0 +1,16 @@
+// k5ax wrap: a tool path about the rotary axis, as axial position, radius and rotary value.
+#ifndef K5AX_TOOL_VERBS_WRAP_H
+#define K5AX_TOOL_VERBS_WRAP_H
+
+#include "tool/context.h"
+
+#include <CLI/CLI.hpp>
+
+namespace tool {
+
+/// Adds the verb.
+void add_wrap(CLI::App& app, Context& context);
+
+}  // namespace tool
+
+#endif
