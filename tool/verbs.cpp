@@ -4,7 +4,9 @@
 #include "tool/verb.h"
 #include "tool/verbs/check.h"
 #include "tool/verbs/convert.h"
+#include "tool/verbs/diff.h"
 #include "tool/verbs/info.h"
+#include "tool/verbs/new.h"
 #include "tool/verbs/path.h"
 #include "tool/verbs/pose.h"
 #include "tool/verbs/wrap.h"
@@ -23,6 +25,8 @@ void add_verbs(CLI::App& app, Context& context) {
   add_convert(app, context);
   add_path(app, context);
   add_wrap(app, context);
+  add_new(app, context);
+  add_diff(app, context);
 
   app.footer(
       "k5ax VERB --help says more about a verb.\n"
