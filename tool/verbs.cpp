@@ -19,14 +19,15 @@ void add_verbs(CLI::App& app, Context& context) {
   app.set_help_flag("-h,--help", "Print this help and end");
   app.require_subcommand(1);
 
+  // In the order in which a person meets them.
+  add_new(app, context);
   add_info(app, context);
   add_check(app, context);
   add_pose(app, context);
+  add_diff(app, context);
   add_convert(app, context);
   add_path(app, context);
   add_wrap(app, context);
-  add_new(app, context);
-  add_diff(app, context);
 
   app.footer(
       "k5ax VERB --help says more about a verb.\n"

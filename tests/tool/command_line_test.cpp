@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <filesystem>
 #include <map>
+#include <regex>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -14,6 +16,7 @@ namespace {
 
 using tool_test::Ended;
 using tool_test::How;
+using tool_test::in_tree;
 using tool_test::kTrunnion;
 using tool_test::lines_of;
 using tool_test::make_folder;
@@ -268,6 +271,68 @@ TEST(Colours, ChangeNothingElse) {
   EXPECT_EQ(plain, run_tool({"info", shipped_path(kTrunnion)}).out);
 }
 
+// ---- the man page ----
+
+// The long options that a text names, with plain hyphens.
+std::set<std::string> options_in(const std::string& text) {
+  std::set<std::string> options;
+  const std::regex option("--[a-z][a-z-]*");
+  for (std::sregex_iterator at(text.begin(), text.end(), option), end; at != end; ++at)
+    options.insert(at->str());
+  return options;
+}
+
+// The options at the beginning of a line of the help. Every verb has --help, which the man page says once.
+std::set<std::string> options_of(const std::string& verb) {
+  std::string fronts;
+  for (const std::string& line : lines_of(run_tool({verb, "--help"}).out)) {
+    if (line.rfind("  -", 0) == 0) fronts += line.substr(0, line.find("   ", 2)) + "\n";
+  }
+  std::set<std::string> options = options_in(fronts);
+  EXPECT_EQ(options.erase("--help"), 1U) << verb;
+  return options;
+}
+
+// The sections of the man page: what is said of each verb, its hyphens plain.
+std::map<std::string, std::string> man_sections() {
+  std::map<std::string, std::string> sections;
+  std::string verb;
+  for (std::string line : lines_of(read_file(in_tree("tool/k5ax.1")))) {
+    if (line.rfind(".S", 0) == 0) verb.clear();
+    if (line.rfind(".SS k5ax ", 0) == 0) {
+      verb = line.substr(9, line.find(' ', 9) - 9);
+      sections[verb];
+      continue;
+    }
+    line.erase(std::remove(line.begin(), line.end(), '\\'), line.end());
+    // Options are defined in the line after .TP, which sets them in bold.
+    if (!verb.empty() && line.rfind(".B", 0) == 0 && line.find("--") != std::string::npos &&
+        line.find(" :") == std::string::npos) {
+      sections[verb] += line + "\n";
+    }
+  }
+  return sections;
+}
+
+TEST(ManPage, HasEveryVerbAndNoOther) {
+  std::vector<std::string> in_page;
+  for (const auto& [verb, text] : man_sections()) in_page.push_back(verb);
+  std::vector<std::string> in_help = verbs();
+  std::sort(in_help.begin(), in_help.end());
+  EXPECT_EQ(in_page, in_help);
+}
+
+TEST(ManPage, HasEveryOptionOfEveryVerbAndNoOther) {
+  const std::map<std::string, std::string> sections = man_sections();
+  int verbs_with_options = 0;
+  for (const std::string& verb : verbs()) {
+    ASSERT_EQ(sections.count(verb), 1U) << verb;
+    EXPECT_EQ(options_in(sections.at(verb)), options_of(verb)) << verb;
+    if (!options_of(verb).empty()) ++verbs_with_options;
+  }
+  EXPECT_GE(verbs_with_options, 3);
+}
+
 // ---- completion ----
 
 std::vector<std::string> completed(const std::vector<std::string>& words) {
@@ -308,6 +373,15 @@ TEST(Completion, OffersMachinesAndFolders) {
 TEST(Completion, OffersTheChoicesOfAnOption) {
   EXPECT_EQ(completed({"convert", "a.json", "--units", ""}), Words({"inch", "mm"}));
   EXPECT_EQ(completed({"convert", "a.json", "--units", "=", "m"}), Words({"mm"}));
+}
+
+TEST(Completion, OffersTheChoicesOfAnArgument) {
+  EXPECT_EQ(completed({"new", "head"}), Words({"head-head", "head-table"}));
+}
+
+TEST(Completion, OffersToolPathsWhereOneStands) {
+  EXPECT_EQ(completed({"path", "a.json", ""}), Words({"c.csv", "sub"}));
+  EXPECT_EQ(completed({"path", "--to", "part", "a.json", ""}), Words({"c.csv", "sub"}));
 }
 
 TEST(Completion, DoesNotCountTheValueOfAnOptionAsAnArgument) {

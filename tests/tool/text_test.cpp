@@ -96,6 +96,12 @@ TEST(TransformWords, SayAboutWhatHalfATurnGoes) {
             "turn 180 deg about 0 0.6 0.8");
 }
 
+// The sense still counts a ten-millionth short of half a turn.
+TEST(TransformWords, SayInWhichSenseNearlyHalfATurnGoes) {
+  EXPECT_EQ(tool::transform_words(Geometry::RotateAboutAxis(0, -0.6, -0.8, math::m_pi - 1e-7), 6),
+            "turn 180 deg about 0 -0.6 -0.8");
+}
+
 TEST(TransformWords, GiveTheNumbersOfWhatIsNoTurnAndShift) {
   Matrix mirror;
   mirror.SetMatrix(-1, 0, 0, 0, 1, 0, 0, 0, 1, 4, 5, 6);

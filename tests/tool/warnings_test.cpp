@@ -401,6 +401,14 @@ TEST(TreeWarnings, NameAMarkWithoutARival) {
   EXPECT_EQ(rules(tree_warnings(*machine)), Rules({"flag-2"}));
 }
 
+// X turned to run along Y: two driven slides of different letters, of which one has to win.
+TEST(TreeWarnings, LeaveAMarkWithARivalAlone) {
+  const auto machine = shipped(kTrunnion);
+  change_axis(*machine, kX, [](md::CAxis2& axis) { axis.SetAxisVector(Point(0, 1, 0)); });
+  node_of(*machine, kX)->flags(3);
+  EXPECT_EQ(rules(tree_warnings(*machine)), Rules());
+}
+
 // ---- motion ----
 
 TEST(MotionWarnings, SayThatAWayBackIsMissing) {
@@ -434,6 +442,14 @@ TEST(MotionWarnings, SayThatTheTableTurnsInTheWrongOrder) {
 TEST(MotionWarnings, SayThatTheTableTurnsTheWrongWay) {
   const auto machine = shipped(kSwivel);
   axis_of(*machine, kPrimary).SetAxisVector(Point(0, 0, -1));
+  EXPECT_EQ(rules(motion_warnings(*machine)), Rules({"part-turns"}));
+}
+
+// Each node takes the angle of its letter. At one angle for both this would not show.
+TEST(MotionWarnings, SayThatTheNodesHaveEachOthersLetters) {
+  const auto machine = shipped(kTrunnion);
+  axis_of(*machine, kPrimary).SetAxis(AXIS_C);
+  axis_of(*machine, kSecondary).SetAxis(AXIS_A);
   EXPECT_EQ(rules(motion_warnings(*machine)), Rules({"part-turns"}));
 }
 

@@ -1,10 +1,15 @@
 # Completion for k5ax in bash: verbs, options, the values of options, and files by the place where they stand.
 # What there is to complete is read from the tool's own help, so that it is never behind the tool.
 
-# The choices in a line of the help, one a line: of "--units mm|inch   Convert" mm and inch.
+# The choices in a line of the help, one a line: of "mm|inch   Convert" mm and inch, of "table-table, head-table
+# or head-head" these three.
 _k5ax_choices() {
   local choices=${1%% *}
-  [[ $choices == *'|'* ]] && printf '%s\n' "${choices//|/$'\n'}"
+  if [[ $choices == *'|'* ]]; then
+    printf '%s\n' "${choices//|/$'\n'}"
+  elif [[ $choices == [a-z]*-*, ]]; then
+    grep -oE '[a-z]+-[a-z]+' <<<"$1"
+  fi
 }
 
 # Files that end in one of the given ways, and folders.
@@ -60,7 +65,7 @@ _k5ax() {
         fi
         ;;
       '  -'*)
-        local names=${line#  } value name
+        local names=${line#  } value name rest
         names=${names%% *}
         value=${line#"  $names"}
         for name in ${names//,/ }; do
