@@ -13,6 +13,7 @@ namespace {
 
 constexpr std::size_t kLongest = std::numeric_limits<std::uint32_t>::max() / 2;  // bytes; places are 32 bits
 constexpr std::size_t kShownLength = 40;     // characters of a value in a message
+constexpr std::size_t kMessageLength = 160;  // characters of the parser's own words
 constexpr std::size_t kPointerLength = 160;  // characters of a JSON pointer in a message
 
 // The parser's message without what it says of itself and of the place:
@@ -110,20 +111,23 @@ class JsonBuilder {
   }
   template <class Exception>
   bool parse_error(std::size_t position, const std::string&, const Exception& error) {
-    // The position is that of the character read last, counted from 1.
-    const std::size_t offset = std::min(position > 0 ? position - 1 : 0, m_text.size());
     std::string wrong = what_is_wrong(error.what());
-    std::string remedy = "put the text right there";
-    const std::size_t expected = wrong.find("; expected ");
-    if (expected != std::string::npos) {
-      remedy = "expected " + wrong.substr(expected + 11);
-      wrong.resize(expected);
-    } else if (wrong.find("number overflow") != std::string::npos) {
-      remedy = "give a number that a double can hold, up to 1.7e308";
-    } else if (wrong.find("invalid literal") != std::string::npos) {
-      remedy = "write a number, a text in quotes, true, false or null; there is no NaN and no infinity";
+    // The position is that of the character read last, counted from 1; what is wrong may have begun before.
+    std::size_t offset = std::min(position > 0 ? position - 1 : 0, m_text.size());
+    const auto says = [&wrong](const char* beginning) { return wrong.rfind(beginning, 0) == 0; };
+    if (!says("unexpected ','") && !says("unexpected ':'") && !says("unexpected end") &&
+        !says("invalid comment"))
+      offset = std::min(offset, next_token());
+
+    std::string expected;
+    const std::size_t expected_at = wrong.find("; expected ");
+    if (expected_at != std::string::npos) {
+      expected = wrong.substr(expected_at + 11);
+      wrong.resize(expected_at);
     }
-    throw InputError(m_document.file_at(offset), "", shortened(wrong, 160), remedy);
+    wrong.resize(std::min(wrong.size(), wrong.find("; last read: ")));  // the place says that
+    throw InputError(m_document.file_at(offset), "", shortened(wrong, kMessageLength),
+                     remedy_for(wrong, expected, offset));
   }
 
  private:
@@ -131,6 +135,20 @@ class JsonBuilder {
     std::uint32_t at;
     std::uint32_t last_child;
   };
+
+  std::string remedy_for(const std::string& wrong, const std::string& expected, std::size_t offset) const {
+    const auto says = [&wrong](const char* words) { return wrong.find(words) != std::string::npos; };
+    const std::string_view between =
+        offset > m_at ? std::string_view(m_text).substr(m_at, offset - m_at) : std::string_view();
+    if ((says("unexpected '}'") || says("unexpected ']'")) && between.find(',') != std::string_view::npos)
+      return "remove the comma before it";
+    if (says("number overflow")) return "give a number that a double can hold, up to 1.7e308";
+    if (says("invalid literal"))
+      return "write a number, a text in quotes, true, false or null; there is no NaN and no infinity";
+    if ((expected == "'}'" || expected == "']'") && says(" literal")) return "put a comma before it";
+    if (expected == "string literal") return "write a key in quotes";
+    return expected.empty() ? "put the text right" : "expected " + expected;
+  }
 
   std::string_view keep(std::string& text) {
     m_document.m_strings.push_back(std::move(text));

@@ -89,8 +89,17 @@ TEST(JsonDocument, ReadsEscapes) {
 // ---- what is no JSON ----
 
 TEST(JsonDocument, NamesWhereTheTextGoesWrong) {
-  EXPECT_EQ(complaint("{\n  \"a\": 1,\n}"), "m.json:3:1: unexpected '}'; expected string literal");
+  EXPECT_EQ(complaint("{\n  \"a\": 1,\n}"), "m.json:3:1: unexpected '}'; remove the comma before it");
+  EXPECT_EQ(complaint("[1, 2,]"), "m.json:1:7: unexpected ']'; remove the comma before it");
+  EXPECT_EQ(complaint("{\"a\": 1 \"b\": 2}"), "m.json:1:9: unexpected string literal; put a comma before it");
+  EXPECT_EQ(complaint("[10 200]"), "m.json:1:5: unexpected number literal; put a comma before it");
   EXPECT_EQ(complaint("{\"a\" 1}"), "m.json:1:6: unexpected number literal; expected ':'");
+  EXPECT_EQ(complaint("{3: 1}"), "m.json:1:2: unexpected number literal; write a key in quotes");
+  EXPECT_EQ(
+      complaint("{\"a\": mm}"),
+      "m.json:1:7: invalid literal; write a number, a text in quotes, true, false or null; there is no NaN "
+      "and no infinity");
+  EXPECT_EQ(complaint("[1,, 2]"), "m.json:1:4: unexpected ','; expected '[', '{', or a literal");
   EXPECT_EQ(complaint("{\"a\": 1} {"), "m.json:1:10: unexpected '{'; expected end of input");
 }
 
@@ -108,7 +117,7 @@ TEST(JsonDocument, RefusesWhatIsNoNumber) {
 TEST(JsonDocument, RefusesANumberThatIsTooLarge) {
   EXPECT_EQ(
       complaint("[1e999]"),
-      "m.json:1:6: number overflow parsing '1e999'; give a number that a double can hold, up to 1.7e308");
+      "m.json:1:2: number overflow parsing '1e999'; give a number that a double can hold, up to 1.7e308");
 }
 
 TEST(JsonDocument, RefusesAKeyThatStandsTwice) {
