@@ -158,6 +158,13 @@ TEST(AxisWarnings, LeaveARotaryAxisParallelToALinearOneAlone) {
   EXPECT_EQ(rules(axis_warnings(*machine)), Rules());
 }
 
+// That is a reason, and need not be said twice.
+TEST(AxisWarnings, LeaveEqualDirectionsOfRotaryAxesToValidity) {
+  const auto machine = shipped(kFork);
+  machine->getSecondary()->SetAxisVector(machine->getPrimary()->GetAxisVector());
+  EXPECT_EQ(rules(axis_warnings(*machine)), Rules({"letter-direction"}));
+}
+
 TEST(AxisWarnings, NameParallelLinearAxes) {
   const auto machine = shipped(kFork);
   machine->xyz_axes()[0]->SetAxisVector(Point(0, -1, 0));
@@ -363,6 +370,15 @@ TEST(TreeWarnings, NameAValueOutsideItsTravel) {
   EXPECT_EQ(all_rules(*machine), Rules({"value-range"}));
 }
 
+TEST(TreeWarnings, DoNotNameAValueOutsideOfLimitsThatRunBackwards) {
+  const auto machine = shipped(kTrunnion);
+  change_axis(*machine, kX, [](md::CAxis2& axis) {
+    axis.SetMin(250);
+    axis.SetMax(-250);
+  });
+  EXPECT_EQ(all_rules(*machine), Rules({"linear-limits"}));
+}
+
 TEST(TreeWarnings, NameATransformThatIsNotTheOneOfItsValue) {
   const auto machine = shipped(kTrunnion);
   node_of(*machine, kY)->value(12);
@@ -393,6 +409,18 @@ TEST(TreeWarnings, NameAnAxisBesideTheChainOfTheTool) {
   const auto machine = shipped(kTrunnion);
   node_of(*machine, kMachineFrame)->add_child(machine->tool_node());
   EXPECT_EQ(rules(tree_warnings(*machine)), Rules({"beside-the-chain", "beside-the-chain"}));
+}
+
+// The tool arrives all the same, by slides that stand elsewhere than the machine's would.
+TEST(TreeWarnings, NameAHeadAxisWhoseWayBackIsWrong) {
+  const auto machine = shipped(kSwivel);
+  node_of(*machine, kSecondary)->parent()->transform(Geometry::Translate(Point(0, 0, 180.015)));
+  const auto warnings = tool::all_warnings(*machine);
+  ASSERT_EQ(warnings.size(), 1U);
+  EXPECT_EQ(
+      warnings[0].line(),
+      "tree 0, node 5 (axis B): its base point is -0.038 0 180.015, and its parent does not lead back by it; "
+      "hang it below a fixed node with just that shift");
 }
 
 TEST(TreeWarnings, NameAMarkWithoutARival) {

@@ -130,6 +130,7 @@ void look_at_pair(const Slot& one, const Slot& other, Findings& findings) {
   if (one.axis == nullptr || other.axis == nullptr || one.linear != other.linear) return;
   const Point d_one = one.axis->GetAxisVector();
   const Point d_other = other.axis->GetAxisVector();
+  if (!one.linear && d_one == d_other) return;  // validity has said it
   const double lengths = math::length(d_one) * math::length(d_other);
   if (!(lengths > 0.0) || !std::isfinite(lengths)) return;
   const double cosine = math::dot(d_one, d_other) / lengths;

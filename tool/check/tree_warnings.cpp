@@ -177,11 +177,27 @@ double size_of(const Geometry::Matrix& matrix) {
   return 1 + math::length(shift);
 }
 
+// A rotary node off the origin leads by minus its base point, and its parent has to lead back. In tree 1 the
+// motion shows it; in tree 0 any offset may stand, and the slides make up for a wrong one.
+void look_at_way_back(md::CMachDef& machine, const SceneNode& entry, Findings& findings) {
+  if (entry.tree != 0 || rotary_role(machine, entry.node) < 0) return;
+  const Point base = entry.axis->GetBaseVector();
+  const md::sg::node* const parent = entry.node->parent_ptr();
+  if (base == Point()) return;
+  if (parent != nullptr &&
+      difference(parent->transform(), Geometry::Translate(base)) <= kStale * (1 + math::length(base)))
+    return;
+  findings.push_back({"way-back", place_of(entry),
+                      "its base point is " + triple(base) + ", and its parent does not lead back by it",
+                      "hang it below a fixed node with just that shift"});
+}
+
 void look_at_axis_node(md::CMachDef& machine, const SceneNode& entry, Findings& findings) {
   const md::CAxis2& axis = entry.axis->payload();
   const double value = entry.node->value();
   const char* const unit = unit_name(machine);
   compare_axes(machine, entry, findings);
+  look_at_way_back(machine, entry, findings);
 
   if ((axis.GetAxisLocation() == HEAD && entry.tree == 1) ||
       (axis.GetAxisLocation() == TABLE && entry.tree == 0)) {
@@ -190,7 +206,8 @@ void look_at_axis_node(md::CMachDef& machine, const SceneNode& entry, Findings& 
                             " and hangs in the tree of the " + (entry.tree == 0 ? "head" : "table"),
                         "move it to the other tree, or change its place"});
   }
-  if (value < axis.GetMin() || value > axis.GetMax()) {
+  // Of limits that run backwards, so that every value is outside, others speak.
+  if (axis.GetMin() <= axis.GetMax() && (value < axis.GetMin() || value > axis.GetMax())) {
     findings.push_back({"value-range", place_of(entry),
                         "stands at " + axis_value(axis, value, unit) + ", outside its travel from " +
                             axis_value(axis, axis.GetMin(), unit) + " to " +
