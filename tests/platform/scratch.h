@@ -90,6 +90,9 @@ inline std::string error_of(const std::function<void()>& action) {
 // What the system calls an error number, as messages end with it.
 inline std::string reason(int code) { return std::system_category().message(code); }
 
+// In a build that counts what is reached: writes down what this process reached. Absent from other builds.
+extern "C" int __llvm_profile_write_file() __attribute__((weak));
+
 // Runs `action` in a process of its own, for what would change this one for good (limits, user, signals) or
 // end it. Success means that it came to its end and answered true.
 inline testing::AssertionResult in_a_process(const std::function<bool()>& action) {
@@ -102,6 +105,7 @@ inline testing::AssertionResult in_a_process(const std::function<bool()>& action
     } catch (...) {
       code = 3;
     }
+    if (&__llvm_profile_write_file != nullptr) __llvm_profile_write_file();
     ::_exit(code);
   }
   int status = 0;
