@@ -192,14 +192,25 @@ class JsonBuilder {
   std::size_t next_token() const {
     std::size_t at = m_at;
     if (at == 0 && m_text.compare(0, 3, "\xef\xbb\xbf") == 0) at = 3;  // a byte order mark
-    for (; at < m_text.size(); ++at) {
+    while (at < m_text.size()) {
       const char c = m_text[at];
-      if (c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == ',' || c == ':') continue;
+      if (c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == ',' || c == ':') {
+        ++at;
+        continue;
+      }
       if (c != '/') break;
-      at = m_text[at + 1] == '/' ? m_text.find('\n', at) : m_text.find("*/", at + 2) + 1;
-      if (at >= m_text.size()) return m_text.size();
+      at = comment_end(at);
     }
     return at;
+  }
+
+  // Where the comment that begins here ends, as the parser has it: // also at a carriage return or a null.
+  std::size_t comment_end(std::size_t at) const {
+    const bool is_line = at + 1 < m_text.size() && m_text[at + 1] == '/';
+    const std::size_t end =
+        is_line ? m_text.find_first_of(std::string_view("\n\r\0", 3), at) : m_text.find("*/", at + 2);
+    if (end == std::string::npos) return m_text.size();
+    return end + (is_line ? 1 : 2);
   }
 
   std::size_t token_end(std::size_t at) const {

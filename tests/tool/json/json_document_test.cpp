@@ -46,6 +46,14 @@ TEST(JsonDocument, PassesOverCommentsWhenItCounts) {
   EXPECT_EQ(place_of("/***/ {\"b\": /* \" **/ 2} // end", "b"), "1:22");
 }
 
+// The parser ends such a comment there too; found by the fuzzer, which made the places go round in circles.
+TEST(JsonDocument, EndsALineCommentAtACarriageReturn) {
+  EXPECT_EQ(place_of("//\r{ \"a\": 1,// x /* \r \"b\": 2}", "b"), "1:28");
+  EXPECT_NE(complaint("//\r{//\r\"a\"/* x"), "");
+  const std::string with_null("{// x\0 \"b\": 12}", 15);
+  EXPECT_EQ(place_of(with_null, "b"), "1:13");
+}
+
 // An umlaut is two bytes and one column.
 TEST(JsonDocument, CountsCharactersNotBytes) {
   EXPECT_EQ(place_of("{\"\xc3\xbc\": \"\xc3\xbc\", \"b\": 1}", "b"), "1:17");
