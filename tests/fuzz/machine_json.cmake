@@ -12,6 +12,7 @@ add_test(NAME ${K5AX_TEST_PREFIX}Fuzz.MachineJsonReaderTakesTheInputsThatAreKept
   COMMAND replay_machine_json ${machine_json_inputs})
 
 if(CMAKE_CXX_COMPILER_ID MATCHES Clang)
+  find_package(nlohmann_json REQUIRED)  # imported targets are seen in their own folder and below
   # The tool's parts once more, since the fuzzer follows the branches that are taken in them.
   set(fuzzed_sources ${PROJECT_SOURCE_DIR}/tool/errors.cpp)
   foreach(name IN ITEMS
