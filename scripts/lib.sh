@@ -11,9 +11,10 @@ die() {
   exit 1
 }
 
-# Is it here? A command's name, or a header with its folder, as in eigen3/Eigen/Core.
+# Is it here? A command's name, a header with its folder, as in eigen3/Eigen/Core, or the whole path of a file.
 _is_here() {
   case $1 in
+    /*) [ -e "$1" ] ;;
     */*) g++ -x c++ -fsyntax-only -include "$1" /dev/null 2>/dev/null ;;
     *) command -v "$1" >/dev/null ;;
   esac
