@@ -27,7 +27,12 @@ class SystemFile {
   // Closes. Without a commit the new file is removed and the old one is as it was.
   ~SystemFile();
 
-  // As many bytes as the system has at hand, up to `size`; 0 at the end of the file only.
+  // What the file begins with, up to `size` bytes, as the system has them at hand; 0 also where only waiting
+  // could tell, as with a pipe. To be called once, right after opening for reading: a folder opens like a
+  // file, and is refused here.
+  std::size_t read_start(void* data, std::size_t size);
+
+  // As many further bytes as the system has at hand, up to `size`; 0 at the end of the file only.
   std::size_t read_some(void* data, std::size_t size);
 
   void write_all(const void* data, std::size_t size);

@@ -158,6 +158,7 @@ struct SystemFile::State {
 
   const std::string path;  // as the caller gave it, for messages
   Descriptor file;
+  off_t read_at_start = 0;  // bytes that read_start has taken and the system does not count yet
 
   // While a save is under way: the folder, the name that the new file has in it and the one that it will
   // get. The folder is held open so that it stays the same one whatever the host's working directory does.
@@ -178,11 +179,6 @@ SystemFile SystemFile::open_for_reading(const char* path) {
   if (!state->file.open(uninterrupted([&] { return ::open(path, O_RDONLY | O_CLOEXEC | O_NOCTTY); }))) {
     state->fail("cannot open for reading", errno);
   }
-  // A folder opens like a file, and only its first read would fail.
-  struct stat found;
-  if (::fstat(state->file.get(), &found) != 0) state->fail("cannot open for reading", errno);
-  if (S_ISDIR(found.st_mode)) state->fail("cannot open for reading", EISDIR);
-
   return SystemFile(std::move(state));
 }
 
@@ -264,7 +260,22 @@ bool SystemFile::State::create_temporary(mode_t permissions) {
   return false;
 }
 
+// Read at a place of its own: what has no places, a pipe or a terminal, then says so instead of waiting for
+// bytes that the host may be about to send.
+std::size_t SystemFile::read_start(void* data, std::size_t size) {
+  const std::size_t request = std::min(size, kLargestTransfer);
+  const ssize_t count = uninterrupted([&] { return ::pread(m_state->file.get(), data, request, 0); });
+  if (count == -1 && errno == ESPIPE) return 0;
+  if (count == -1 && errno == EISDIR) m_state->fail("cannot open for reading", EISDIR);
+  if (count == -1) m_state->fail("cannot read", errno);
+  m_state->read_at_start = count;
+  return static_cast<std::size_t>(count);
+}
+
 std::size_t SystemFile::read_some(void* data, std::size_t size) {
+  if (const off_t start = std::exchange(m_state->read_at_start, 0)) {
+    if (::lseek(m_state->file.get(), start, SEEK_SET) == -1) m_state->fail("cannot read", errno);
+  }
   const std::size_t request = std::min(size, kLargestTransfer);
   const ssize_t count = uninterrupted([&] { return ::read(m_state->file.get(), data, request); });
   if (count == -1) m_state->fail("cannot read", errno);

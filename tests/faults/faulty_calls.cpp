@@ -149,6 +149,16 @@ ssize_t read(int number, void* data, size_t size) {
   return -1;
 }
 
+ssize_t pread(int number, void* data, size_t size, off_t place) {
+  const Fault* const fault = FaultyCalls::next(Call::read);
+  if (fault == nullptr) return ::syscall(SYS_pread64, number, data, size, place);
+  if (fault->kind == Fault::kNothing) return 0;
+  if (fault->kind == Fault::kOneByte)
+    return ::syscall(SYS_pread64, number, data, std::min<size_t>(size, 1), place);
+  errno = fault->kind == Fault::kInterrupted ? EINTR : fault->code;
+  return -1;
+}
+
 ssize_t write(int number, const void* data, size_t size) {
   const Fault* const fault = FaultyCalls::next(Call::write);
   if (fault == nullptr) return ::syscall(SYS_write, number, data, size);

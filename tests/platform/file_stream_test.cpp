@@ -38,7 +38,8 @@ using k5ax_test::ScratchFolder;
 using testing::EndsWith;
 using testing::HasSubstr;
 
-constexpr std::size_t kBuffer = 65536;  // what a stream takes up before it turns to the system
+constexpr std::size_t kSmallBuffer = 16384;  // what a stream takes up before it asks for a large buffer
+constexpr std::size_t kBuffer = 65536;       // and what that takes up before it turns to the system
 
 std::string read_bytes(const std::string& path, std::size_t size) {
   FileStream stream(path.c_str(), FILE_READ);
@@ -118,14 +119,15 @@ TEST(FileStream, NothingMayBeTransferredFromNowhere) {
 TEST(FileStream, FilesOfAboutABufferComeBackWhole) {
   const ScratchFolder folder;
   int checked = 0;
-  for (const std::size_t size : {kBuffer - 1, kBuffer, kBuffer + 1, 2 * kBuffer, 5 * kBuffer + 7}) {
+  for (const std::size_t size : {kSmallBuffer - 1, kSmallBuffer, kSmallBuffer + 1, kBuffer - 1, kBuffer,
+                                 kBuffer + 1, 2 * kBuffer, 5 * kBuffer + 7}) {
     const std::string text = long_text(size);
     save(folder / "file", text);
     EXPECT_TRUE(contents(folder / "file") == text) << size;
     EXPECT_TRUE(read_bytes(folder / "file", size) == text) << size;
     ++checked;
   }
-  EXPECT_EQ(checked, 5);
+  EXPECT_EQ(checked, 8);
 }
 
 // Pieces smaller and larger than the buffer in every order, and other pieces back.
@@ -155,6 +157,35 @@ TEST(FileStream, PiecesOfAnySizeJoinWithoutAGap) {
     done += piece;
   }
   EXPECT_TRUE(back == text);
+}
+
+// From the small buffer over to the large one and on.
+TEST(FileStream, SingleBytesJoinWithoutAGap) {
+  const ScratchFolder folder;
+  const std::string text = long_text(2 * kBuffer + 1);
+  {
+    FileStream stream((folder / "file").c_str(), FILE_WRITE);
+    for (const char& c : text) stream.Write(&c, 1);
+  }
+  EXPECT_TRUE(contents(folder / "file") == text);
+
+  std::string back(text.size(), '?');
+  FileStream stream((folder / "file").c_str(), FILE_READ);
+  for (char& c : back) stream.Read(&c, 1);
+  EXPECT_TRUE(back == text);
+  char more = 0;
+  EXPECT_THROW(stream.Read(&more, 1), FileError);
+}
+
+// The first bytes are read when the file is opened, the end is looked for when it is reached.
+TEST(FileStream, ReadsWhatCameToTheFileAfterOpening) {
+  const ScratchFolder folder;
+  make_file(folder / "file", "first");
+  FileStream stream((folder / "file").c_str(), FILE_READ);
+  std::ofstream((folder / "file"), std::ios::app) << "second";
+  std::string back(11, '?');
+  stream.Read(back.data(), back.size());
+  EXPECT_EQ(back, "firstsecond");
 }
 
 TEST(FileStream, ReadingPastTheEndNamesThePath) {
@@ -202,9 +233,9 @@ TEST(FileStream, MemoryDoesNotGrowWithTheBlock) {
   }
   const std::size_t after = k5ax_test::bytes_allocated();
   EXPECT_TRUE(back == text);
-  // Two streams with a buffer each, and names.
-  EXPECT_GT(after - before, 2 * kBuffer);
-  EXPECT_LT(after - before, 2 * kBuffer + 8192);
+  // Two streams with a small buffer each, and names.
+  EXPECT_GT(after - before, 2 * kSmallBuffer);
+  EXPECT_LT(after - before, 2 * kSmallBuffer + 8192);
 }
 
 // How often this process has asked the system to read and to write; empty where the system does not count.
@@ -357,6 +388,23 @@ TEST(FileStream, ReadsOnWhenAPipeDeliversInPieces) {
   const std::string back = read_bytes(path, text.size());
   writer.join();
   EXPECT_TRUE(back == text);
+}
+
+// One thread may open a pipe for reading first and fill it afterwards.
+TEST(FileStream, OpeningAPipeDoesNotWaitForBytes) {
+  const ScratchFolder folder;
+  const std::string path = folder / "pipe";
+  ASSERT_EQ(::mkfifo(path.c_str(), 0600), 0);
+  const int pipe = ::open(path.c_str(), O_RDWR | O_CLOEXEC);
+  ASSERT_NE(pipe, -1);
+  ::alarm(60);  // ends the program where the opening waits for ever
+  FileStream stream(path.c_str(), FILE_READ);
+  ::alarm(0);
+  EXPECT_EQ(::write(pipe, "text", 4), 4);
+  std::string back(4, '?');
+  stream.Read(back.data(), back.size());
+  EXPECT_EQ(back, "text");
+  ::close(pipe);
 }
 
 TEST(FileStream, PipeGetsWhatIsWritten) {
