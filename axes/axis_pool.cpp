@@ -1,9 +1,19 @@
 // md::CAxis2: how an axis is taken from the pool and given back.
 #include <k5ax/axes.h>
 
+#include <iterator>
 #include <utility>
 
 namespace md {
+
+namespace {
+
+// The list cells of axes that were taken from the pool, for the next ones that are parked, so that giving
+// back and taking in turn, as cloning does, asks for no memory. They never outnumber the axes that were
+// parked at one time, and when the pool runs dry they go.
+std::list<boost::shared_ptr<CAxis2>> spare_cells;
+
+}  // namespace
 
 std::list<boost::shared_ptr<CAxis2>> CAxis2::_axis_pool;
 
@@ -12,10 +22,12 @@ struct CAxis2::deleter {
 };
 
 boost::shared_ptr<CAxis2> CAxis2::create() {
-  if (_axis_pool.empty()) return boost::shared_ptr<CAxis2>(new CAxis2, deleter());
-
+  if (_axis_pool.empty()) {
+    spare_cells.clear();
+    return boost::shared_ptr<CAxis2>(new CAxis2, deleter());
+  }
   boost::shared_ptr<CAxis2> axis = std::move(_axis_pool.back());
-  _axis_pool.pop_back();
+  spare_cells.splice(spare_cells.end(), _axis_pool, std::prev(_axis_pool.end()));
   return axis;
 }
 
@@ -40,7 +52,9 @@ boost::shared_ptr<CAxis2> CAxis2::clone(boost::shared_ptr<CAxis2> axis) {
 
 void CAxis2::free(boost::shared_ptr<CAxis2>& axis) {
   if (!axis) return;
-  _axis_pool.emplace_back();  // where memory runs out for its place, the pointer is as it was
+  // Where memory runs out for its place, the pointer is as it was.
+  if (spare_cells.empty()) spare_cells.emplace_back();
+  _axis_pool.splice(_axis_pool.end(), spare_cells, std::prev(spare_cells.end()));
   _axis_pool.back().swap(axis);
 }
 

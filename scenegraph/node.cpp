@@ -3,13 +3,16 @@
 
 #include <utility>
 
+#include "scenegraph/pool.h"
+
 namespace md {
 namespace sg {
 
 namespace {
 
 // Made when the library is loaded, not on first use, so that it outlives the static objects of hosts.
-std::list<boost::shared_ptr<node>> node_pool;
+Parked<node> node_pool;
+Parked<node> spare_node_cells;
 
 }  // namespace
 
@@ -38,18 +41,12 @@ node::node(const node&) : node() {}
 std::list<boost::shared_ptr<node>>& node::get_pool() { return node_pool; }
 
 boost::shared_ptr<node> node::create() {
-  if (get_pool().empty()) return boost::shared_ptr<node>(new node, deleter());
-
-  boost::shared_ptr<node> n = std::move(get_pool().back());
-  get_pool().pop_back();
+  boost::shared_ptr<node> n = take_last(get_pool(), spare_node_cells);
+  if (!n) n.reset(new node, deleter());
   return n;
 }
 
-void node::free(boost::shared_ptr<node>& n) {
-  if (!n) return;
-  get_pool().emplace_back();  // where memory runs out for its place, the pointer is as it was
-  get_pool().back().swap(n);
-}
+void node::free(boost::shared_ptr<node>& n) { park(n, get_pool(), spare_node_cells); }
 
 void node::reset() {
   clear_links();

@@ -8,12 +8,16 @@
 #include <utility>
 
 #include "scenegraph/payload.h"
+#include "scenegraph/pool.h"
 
 namespace md {
 namespace sg {
 
 template <class T>
-std::list<boost::shared_ptr<tnode<T>>> tnode<T>::_pool;
+Parked<tnode<T>> tnode<T>::_pool;
+
+template <class T>
+Parked<tnode<T>> spare_cells;
 
 template <class T>
 struct tnode<T>::deleter {
@@ -30,18 +34,14 @@ tnode<T>::~tnode() = default;
 
 template <class T>
 boost::shared_ptr<tnode<T>> tnode<T>::take() {
-  if (_pool.empty()) return boost::shared_ptr<tnode>(new tnode, deleter());
-
-  boost::shared_ptr<tnode> n = std::move(_pool.back());
-  _pool.pop_back();
+  boost::shared_ptr<tnode> n = take_last(_pool, spare_cells<T>);
+  if (!n) n.reset(new tnode, deleter());
   return n;
 }
 
 template <class T>
 void tnode<T>::give_back(boost::shared_ptr<tnode>& n) {
-  if (!n) return;
-  _pool.emplace_back();  // where memory runs out for its place, the pointer is as it was
-  _pool.back().swap(n);
+  park(n, _pool, spare_cells<T>);
 }
 
 template <class T>

@@ -67,6 +67,33 @@ TEST(AxisWithoutMemory, StillComesFromThePool) {
   EXPECT_EQ(axis.get(), address);
 }
 
+TEST(AxisWithoutMemory, IsParkedAgainWhenItCameFromThePool) {
+  AxisPool::drain();
+  auto axis = k5ax_test::rotary_b_on_head();
+  CAxis2::free(axis);
+  axis = CAxis2::create();
+
+  const bool out = runs_out_of_memory(0, [&axis] { CAxis2::free(axis); });
+
+  EXPECT_FALSE(out);
+  EXPECT_FALSE(axis);
+  EXPECT_EQ(AxisPool::size(), 1u);
+}
+
+TEST(AxisPoolMemory, PlacesOfTakenAxesAreGivenBackWhenThePoolRunsDry) {
+  AxisPool::drain();
+  auto first = CAxis2::create();
+  auto second = CAxis2::create();
+  const std::size_t before = bytes_in_use();
+  CAxis2::free(first);
+  CAxis2::free(second);
+  second = CAxis2::create();
+  first = CAxis2::create();
+  EXPECT_GT(bytes_in_use(), before);
+  CAxis2::create();
+  EXPECT_EQ(bytes_in_use(), before);
+}
+
 TEST(FlatAxisWithoutMemory, CannotBeCloned) {
   const TAxis record = k5ax_test::record_of_its_own();
   EXPECT_TRUE(runs_out_of_memory(0, [&record] { axis_clone(&record); }));

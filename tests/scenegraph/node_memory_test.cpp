@@ -57,6 +57,7 @@ TEST_P(WithoutMemory, NothingIsLostWhenANodeCannotBeCreated) {
 }
 
 TEST_P(WithoutMemory, NodeThatCannotBeParkedStaysWithItsHolder) {
+  empty_pools();  // no place is left over from a node that was taken
   NodePtr n = make_node(1);
   AxisNodePtr axis = make_axis_node(2, AXIS_X, LINEAR, {0, 0, 0}, {1, 0, 0});
   ToolNodePtr tool = make_tool_node(3);
@@ -77,6 +78,51 @@ TEST_P(WithoutMemory, NodeThatCannotBeParkedStaysWithItsHolder) {
                 GetParam(), ignore, [&] { md::TOOL_NODE_Free(tool); }, held),
             1);
   md::TOOL_NODE_Create();
+}
+
+// A clone that is made and given back again and again asks for memory once.
+TEST_P(WithoutMemory, NodeThatCameFromItsPoolCanBeParkedAgain) {
+  empty_pools();
+  NodePtr n = node::create();
+  AxisNodePtr axis = md::NodeAxis_Create();
+  ToolNodePtr tool = md::TOOL_NODE_Create();
+  const auto park_all = [&] {
+    node::free(n);
+    md::NodeAxis_Free(axis);
+    md::TOOL_NODE_Free(tool);
+  };
+  park_all();
+  n = node::create();
+  axis = md::NodeAxis_Create();
+  tool = md::TOOL_NODE_Create();
+  const MemoryShortage shortage(0, GetParam());
+  park_all();
+  EXPECT_FALSE(MemoryShortage::struck());
+}
+
+TEST(PoolMemory, PlacesOfTakenNodesAreGivenBackWhenThePoolRunsDry) {
+  empty_pools();
+  std::vector<NodePtr> nodes(100);
+  for (NodePtr& n : nodes) n = node::create();
+  const std::size_t before = bytes_in_use();
+  for (NodePtr& n : nodes) node::free(n);
+  for (NodePtr& n : nodes) n = node::create();
+  EXPECT_GT(bytes_in_use(), before);
+  node::create();
+  EXPECT_EQ(bytes_in_use(), before);
+}
+
+TEST(PoolMemory, PlacesOfTakenNodesNeverOutnumberTheNodes) {
+  empty_pools();
+  std::vector<NodePtr> nodes(100);
+  for (NodePtr& n : nodes) n = node::create();
+  std::size_t first = 0;
+  for (int turn = 0; turn < 5; ++turn) {
+    for (NodePtr& n : nodes) node::free(n);
+    for (NodePtr& n : nodes) n = node::create();
+    if (turn == 0) first = bytes_in_use();
+  }
+  EXPECT_EQ(bytes_in_use(), first);
 }
 
 TEST_P(WithoutMemory, AddChildLeavesTheChildWhereItWas) {
