@@ -1,4 +1,4 @@
-// What the scene update reads of a machine without copying a pointer, and how a point goes up a tree.
+// What the kinematics reads of a machine without copying a pointer, and how a point goes up a tree.
 #ifndef K5AX_KINEMATICS_MACHINE_VIEW_H
 #define K5AX_KINEMATICS_MACHINE_VIEW_H
 
@@ -10,6 +10,9 @@ struct MachineView {
   static const std::vector<boost::shared_ptr<sg::node>>& nodes(const CMachDef& machdef, std::size_t tree) {
     return machdef.m_nodes[tree];
   }
+  static const CAxis2* primary(const CMachDef& machdef) { return machdef.m_primary.get(); }
+  static const CAxis2* secondary(const CMachDef& machdef) { return machdef.m_secondary.get(); }
+  static CAxis2* part_axis(const CMachDef& machdef) { return machdef.part_axis().get(); }
   static const sg::node* tool_node(const CMachDef& machdef) { return machdef.m_tool_node.get(); }
   static std::vector<int>& driven_ids(CMachDef& machdef) { return machdef.m_driven_ids; }
 };

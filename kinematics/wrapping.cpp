@@ -3,6 +3,8 @@
 
 #include <cmath>
 
+#include "kinematics/machine_view.h"
+
 namespace md {
 
 namespace {
@@ -16,14 +18,18 @@ Geometry::TPoint<double> reference_direction(int axis, int sign) {
   return sign < 0 ? -ref : ref;
 }
 
+double angle_of(const CAxis2* axis, const Geometry::TPoint<double>& rotary) {
+  return axis != nullptr ? axis->GetAngle(rotary.x, rotary.y, rotary.z) : 0.0;
+}
+
 // The direction of the part's rotary axis at the pose `rotary`.
 Geometry::TPoint<double> posed_axis_direction(const CMachDef& machdef,
                                               const Geometry::TPoint<double>& rotary) {
   CMachDef posed;
   posed.clone(machdef, 3);
-  posed.orientate(machdef.getAngle(machdef.getPrimary(), rotary.x, rotary.y, rotary.z),
-                  machdef.getAngle(machdef.getSecondary(), rotary.x, rotary.y, rotary.z));
-  return posed.rotary_axis()->GetAxisVector();
+  posed.orientate(angle_of(MachineView::primary(machdef), rotary),
+                  angle_of(MachineView::secondary(machdef), rotary));
+  return MachineView::part_axis(posed)->GetAxisVector();
 }
 
 }  // namespace
@@ -36,8 +42,8 @@ void Cartesian2AxialRotaryVals(const CMachDef* machdef, const Geometry::TPoint<d
 
   const TPoint<double> p = point;
   TPoint<double> abc = rotary;
-  const boost::shared_ptr<CAxis2> rotary_axis = machdef != nullptr ? machdef->rotary_axis() : nullptr;
-  if (!rotary_axis) {
+  CAxis2* const rotary_axis = machdef != nullptr ? MachineView::part_axis(*machdef) : nullptr;
+  if (rotary_axis == nullptr) {
     outPoint = p;
     outRotary = abc;
     radius = 0.0;

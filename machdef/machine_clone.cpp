@@ -48,7 +48,10 @@ void CMachDef::clone_machine(const CMachDef& other) {
 }
 
 void CMachDef::clone_scene_graph(const CMachDef& other) {
-  for (std::size_t i = 0; i < m_SG.size(); ++i) m_SG[i] = sg::node::node_clone(other.m_SG[i]);
+  for (std::size_t i = 0; i < m_SG.size(); ++i) {
+    if (sg::node* const root = other.m_SG[i].get()) m_SG[i] = sg::node::_node_clone(*root, root->parent());
+    m_nodes[i].reserve(other.m_nodes[i].size());
+  }
   list_nodes();
 
   // The rotary nodes are found by id, the tool node by its kind; the first one counts.

@@ -2,6 +2,7 @@
 #include <k5ax/scenegraph.h>
 
 #include <boost/container/small_vector.hpp>
+#include <typeinfo>
 #include <utility>
 
 namespace md {
@@ -11,36 +12,43 @@ namespace {
 
 constexpr std::size_t kUsualCount = 32;  // nodes waiting in a walk, without asking for memory
 
+// False for a node of a host's own class, which may copy in its own way and keep what it is handed.
+bool is_ours(const node& n) { return typeid(n) == typeid(node); }
+
 }  // namespace
 
 boost::shared_ptr<node> node::shallow_clone() {
-  boost::shared_ptr<node> self = shared_from_this();
+  boost::shared_ptr<node> self;  // between nodes of ours no reference is counted
+  if (!is_ours(*this)) self = shared_from_this();
   boost::shared_ptr<node> copy = create();
   copy->clear_links();  // one from the pool still has the links it was parked with
-  copy->shallow_copy(std::move(self));
+  if (!self && is_ours(*copy))
+    copy->copy_node_part(*this);
+  else
+    copy->shallow_copy(self ? std::move(self) : shared_from_this());
   copy->m_children.reserve(m_children.size());
   return copy;
 }
 
 boost::shared_ptr<node> node::node_clone(boost::shared_ptr<node> n) {
   if (!n) return {};
-  return _node_clone(n, n->parent());
+  return _node_clone(*n, n->parent());
 }
 
-boost::shared_ptr<node> node::_node_clone(boost::shared_ptr<node> n, boost::shared_ptr<node> parent) {
+boost::shared_ptr<node> node::_node_clone(node& n, const boost::shared_ptr<node>& parent) {
   struct Step {
     node* source;
     node* parent_copy;
   };
 
-  boost::shared_ptr<node> root = n->shallow_clone();
+  boost::shared_ptr<node> root = n.shallow_clone();
   boost::container::small_vector<Step, kUsualCount> steps;  // the next one at the end
   const auto clone_children_later = [&steps](const node& source, node* copy) {
     for (auto child = source.m_children.rbegin(); child != source.m_children.rend(); ++child)
       steps.push_back({child->get(), copy});
   };
 
-  clone_children_later(*n, root.get());
+  clone_children_later(n, root.get());
   while (!steps.empty()) {
     const Step step = steps.back();
     steps.pop_back();

@@ -209,7 +209,7 @@ class K5AX_API node : public boost::enable_shared_from_this<node> {
   };
 
   static std::list<boost::shared_ptr<node>>& get_pool();
-  static boost::shared_ptr<node> _node_clone(boost::shared_ptr<node> n, boost::shared_ptr<node> parent);
+  static boost::shared_ptr<node> _node_clone(node& n, const boost::shared_ptr<node>& parent);
   static void list_nodes(const boost::shared_ptr<node>& n, std::vector<boost::shared_ptr<node>>& out);
   static void list_below(const node& n, std::vector<boost::shared_ptr<node>>& out);
   void copy_node_part(const node& from);
