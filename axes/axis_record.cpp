@@ -1,6 +1,8 @@
 // md::CAxis2: the axis record in a stream.
 #include <k5ax/axes.h>
 
+#include <k5ax/platform/block.h>
+
 namespace md {
 
 const int CAxis2::_version = 1;
@@ -13,22 +15,16 @@ void CAxis2::serialize(IIO::Stream& stream) {
     return;
   }
 
-  // There is one layout, whatever the version says. What a stream that comes short without an exception
-  // leaves out reads as -1 and 0.
-  int version = -1;
-  Geometry::TPoint<double> base;
-  Geometry::TPoint<double> vector;
-  double min = 0.0;
-  double max = 0.0;
-  int type = -1;
-  int location = -1;
-  int mode = -1;
-  stream >> version >> base >> vector >> min >> max >> type >> location >> mode;
+  // What a stream that comes short without an exception leaves out reads as -1 and 0.
+  IIO::Block<80> record;
+  record << -1 << CUtility::pt_o << CUtility::pt_o << 0.0 << 0.0 << -1 << -1 << -1;
+  record.read(stream);
 
-  m_base = base;
-  m_vector = vector;
-  m_min = min;
-  m_max = max;
+  int version;  // there is one layout, whatever it says
+  int type;
+  int location;
+  int mode;
+  record >> version >> m_base >> m_vector >> m_min >> m_max >> type >> location >> mode;
   m_type = static_cast<AXIS_TYPE>(type);
   m_location = static_cast<AXIS_LOCATION>(location);
   m_mode = static_cast<AXIS_MODE>(mode);

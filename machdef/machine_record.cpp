@@ -1,6 +1,8 @@
 // md::CMachDef: the machine record in a stream. docs/file-format.md has its fields.
 #include <k5ax/machdef.h>
 
+#include <boost/container/small_vector.hpp>
+
 #include <stdexcept>
 #include <unordered_map>
 
@@ -35,7 +37,7 @@ void read_axis_slot(IIO::Stream& stream, boost::shared_ptr<CAxis2>& slot) {
     axis = CAxis2::create();
     axis->serialize(stream);
   }
-  slot = axis;
+  slot = std::move(axis);
 }
 
 // The nodes of a record, and where each stands among them.
@@ -68,17 +70,38 @@ NodeIndex index_trees(const boost::array<boost::shared_ptr<sg::node>, 2>& roots)
   return NodeIndex(std::move(nodes));
 }
 
-boost::shared_ptr<sg::node> look_up(const Nodes& nodes, int index) {
-  if (index < 0 || static_cast<std::size_t>(index) >= nodes.size()) return {};
-  return nodes[static_cast<std::size_t>(index)];
+// A node as it was read. It is held here until it is hung under its parent, and is known by its address then:
+// no reference is counted on the way.
+struct ReadNode {
+  boost::shared_ptr<sg::node> held;
+  sg::node* address;
+  int parent;
+};
+
+constexpr std::size_t kUsualCount = 32;  // nodes of a machine that is read without memory for their list
+using ReadNodes = boost::container::small_vector<ReadNode, kUsualCount>;
+
+// Null where there is no such node.
+sg::node* look_up(const ReadNodes& nodes, int index) {
+  if (index < 0 || static_cast<std::size_t>(index) >= nodes.size()) return nullptr;
+  return nodes[static_cast<std::size_t>(index)].address;
+}
+
+boost::shared_ptr<sg::node> share(sg::node* n) {
+  return n != nullptr ? n->shared_from_this() : boost::shared_ptr<sg::node>();
 }
 
 // A node above itself would keep every later walk going for ever.
-void refuse_cycles(const std::vector<int>& parents) {
-  const int count = static_cast<int>(parents.size());
-  std::vector<int> walked_from(parents.size(), -1);  // the start of the walk that first met the node
+void refuse_cycles(const ReadNodes& nodes) {
+  const int count = static_cast<int>(nodes.size());
+  // Where every parent stands before its children, as we save them, there is none.
+  int in_order = 0;
+  while (in_order < count && nodes[static_cast<std::size_t>(in_order)].parent < in_order) ++in_order;
+  if (in_order == count) return;
+
+  std::vector<int> walked_from(nodes.size(), -1);  // the start of the walk that first met the node
   for (int start = 0; start < count; ++start)
-    for (int i = start; i >= 0 && i < count; i = parents[static_cast<std::size_t>(i)]) {
+    for (int i = start; i >= 0 && i < count; i = nodes[static_cast<std::size_t>(i)].parent) {
       int& walk = walked_from[static_cast<std::size_t>(i)];
       if (walk == start) throw std::runtime_error("machine definition: a node is its own ancestor");
       if (walk >= 0) break;
@@ -135,29 +158,29 @@ void CMachDef::read(IIO::Stream& stream) {
 
 void CMachDef::read_trees(IIO::Stream& stream) {
   const int count = read_int(stream);
-  Nodes nodes;  // grows as records come: the count itself may be anything
-  std::vector<int> parents;
+  ReadNodes nodes;  // grows as records come: the count itself may be anything
   for (int i = 0; i < count; ++i) {
     int parent = -1;
-    nodes.push_back(read_node_record(stream, parent));
-    parents.push_back(parent);
+    boost::shared_ptr<sg::node> n = read_node_record(stream, parent);
+    sg::node* const address = n.get();
+    nodes.push_back({std::move(n), address, parent});
   }
 
-  refuse_cycles(parents);
-  for (std::size_t i = 0; i < nodes.size(); ++i)
-    if (const boost::shared_ptr<sg::node> parent = look_up(nodes, parents[i])) {
-      parent->append_child(nodes[i]);
-      nodes[i]->link_to(parent.get());
+  refuse_cycles(nodes);
+  for (ReadNode& n : nodes)
+    if (sg::node* const parent = look_up(nodes, n.parent)) {
+      n.address->link_to(parent);
+      parent->append_child(std::move(n.held));
     }
 
-  m_SG[0] = look_up(nodes, read_int(stream));
-  m_SG[1] = look_up(nodes, read_int(stream));
-  m_SG_RotAxs[0] = look_up(nodes, read_int(stream));
-  m_SG_RotAxs[1] = look_up(nodes, read_int(stream));
-  const boost::shared_ptr<sg::node> tool = look_up(nodes, read_int(stream));
+  m_SG[0] = share(look_up(nodes, read_int(stream)));
+  m_SG[1] = share(look_up(nodes, read_int(stream)));
+  m_SG_RotAxs[0] = share(look_up(nodes, read_int(stream)));
+  m_SG_RotAxs[1] = share(look_up(nodes, read_int(stream)));
+  sg::node* const tool = look_up(nodes, read_int(stream));
   m_tool_node.reset();
-  if (sg::tool_node(tool.get()) != nullptr)
-    m_tool_node = boost::static_pointer_cast<sg::tnode<angled_head>>(tool);
+  if (sg::tool_node(tool) != nullptr)
+    m_tool_node = boost::static_pointer_cast<sg::tnode<angled_head>>(share(tool));
 }
 
 }  // namespace md

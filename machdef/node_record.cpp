@@ -1,6 +1,8 @@
 // One node of a scene graph in a stream.
 #include "machdef/node_record.h"
 
+#include <k5ax/platform/block.h>
+
 #include <stdexcept>
 
 namespace md {
@@ -16,13 +18,8 @@ void write_matrix(IIO::Stream& stream, const Geometry::Matrix& matrix) {
   stream.Write(m, sizeof m);
 }
 
-Geometry::Matrix read_matrix(IIO::Stream& stream) {
-  double m[12] = {};
-  stream.Read(m, sizeof m);
-  Geometry::Matrix matrix;
-  matrix.SetMatrix(m[0], m[1], m[2], m[3], m[4], m[5], m[6], m[7], m[8], m[9], m[10], m[11]);
-  return matrix;
-}
+// What all kinds of node have: kind, parent, id, flags, value, transform.
+constexpr std::size_t kCommonPart = 3 * 4 + 4 + 8 + 12 * 8;
 
 boost::shared_ptr<sg::node> create_node(int kind) {
   switch (kind) {
@@ -53,19 +50,28 @@ void write_node_record(IIO::Stream& stream, sg::node& n, int parent) {
 }
 
 boost::shared_ptr<sg::node> read_node_record(IIO::Stream& stream, int& parent) {
-  int kind = -1;
-  stream >> kind;
+  // What a stream that comes short without an exception leaves out reads as -1 and 0.
+  IIO::Block<kCommonPart> common;
+  common << -1 << -1 << -1 << 0U << 0.0;
+  for (int i = 0; i < 12; ++i) common << 0.0;
+  common.read(stream);
+
+  int kind;
+  int id;
+  unsigned int flags;
+  double value;
+  double m[12];
+  common >> kind >> parent >> id >> flags >> value;
+  for (double& entry : m) common >> entry;
+
   boost::shared_ptr<sg::node> n = create_node(kind);
   n->reset();  // one from the pool still has the links it was parked with
-
-  int id = -1;
-  unsigned int flags = 0;
-  double value = 0.0;
-  stream >> parent >> id >> flags >> value;
   n->id(id);
   n->flags(flags);
   n->value(value);
-  n->transform(read_matrix(stream));
+  Geometry::Matrix transform;
+  transform.SetMatrix(m[0], m[1], m[2], m[3], m[4], m[5], m[6], m[7], m[8], m[9], m[10], m[11]);
+  n->transform(transform);
   if (kind == kAxisNode) sg::axis_node(n.get())->payload().serialize(stream);
   if (kind == kToolNode) stream.Read(&sg::tool_node(n.get())->payload(), sizeof(angled_head));
   return n;

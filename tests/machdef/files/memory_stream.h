@@ -66,6 +66,27 @@ class SilentStream : public IIO::Stream {
   std::size_t m_at = 0;
 };
 
+// Leaves a part of its bytes out, as if they were lost, and does not say so: what is there keeps its value.
+class GappyStream : public IIO::Stream {
+ public:
+  GappyStream(Bytes bytes, std::size_t gap_begin, std::size_t gap_end)
+      : m_bytes(std::move(bytes)), m_gap_begin(gap_begin), m_gap_end(gap_end) {}
+
+  IIO::FILE_MODE Mode() const override { return IIO::FILE_READ; }
+  void Write(const void*, std::size_t) override {}
+  void Read(void* data, std::size_t size) override {
+    char* const to = static_cast<char*>(data);
+    for (std::size_t i = 0; i < size; ++i, ++m_at)
+      if (m_at < m_gap_begin || m_at >= m_gap_end) to[i] = m_bytes.at(m_at);
+  }
+
+ private:
+  Bytes m_bytes;
+  std::size_t m_gap_begin;
+  std::size_t m_gap_end;
+  std::size_t m_at = 0;
+};
+
 // What no library can know of.
 struct HostsOwnError {
   int number;
