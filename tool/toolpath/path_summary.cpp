@@ -10,6 +10,7 @@
 #include <cstdio>
 #include <ostream>
 #include <string>
+#include <vector>
 
 namespace tool {
 namespace {
@@ -61,6 +62,11 @@ void print_axes(const PathSummary& summary, std::ostream& stream) {
   }
 }
 
+// In JSON a name says when a number is in degrees.
+std::string key(const std::string& name, const Travel& travel) {
+  return travel.rotary ? name + "_deg" : name;
+}
+
 }  // namespace
 
 void print_summary(const PathSummary& summary, std::ostream& stream) {
@@ -87,24 +93,28 @@ void print_summary_json(const PathSummary& summary, std::ostream& stream) {
     json["rows_out"] = summary.travels.rows_out();
     json["rows_not_reached"] = summary.travels.rows_unreached();
     json["axes"] = Json::array();
-    for (const Travel& travel : summary.travels.all()) {
+    const std::vector<Travel> travels = summary.travels.all();
+    for (const Travel& travel : travels) {
       Json axis;
       axis["axis"] = travel.axis;
-      axis["unit"] = unit_of(travel, summary);
-      axis["from"] = any_row ? Json(travel.used_min) : Json();
-      axis["to"] = any_row ? Json(travel.used_max) : Json();
-      axis["travel"] = {travel.limit_min, travel.limit_max};
+      axis[key("from", travel)] = any_row ? Json(travel.used_min) : Json();
+      axis[key("to", travel)] = any_row ? Json(travel.used_max) : Json();
+      axis[key("travel", travel)] = {travel.limit_min, travel.limit_max};
       axis["rows_out"] = travel.rows_out;
       axis["first_line_out"] = travel.rows_out > 0 ? Json(travel.first_line_out) : Json();
       json["axes"].push_back(axis);
     }
     json["first_rows_out"] = Json::array();
     for (const OutOfTravel& out : summary.travels.kept()) {
-      const bool reached = out.axis != OutOfTravel::kNoAxis;
       Json row;
       row["line"] = out.line;
-      row["axis"] = reached ? Json(summary.travels.all()[out.axis].axis) : Json();
-      row["value"] = reached ? Json(out.value) : Json();
+      if (out.axis == OutOfTravel::kNoAxis) {
+        row["axis"] = nullptr;
+      } else {
+        const Travel& travel = travels[out.axis];
+        row["axis"] = travel.axis;
+        row[key("value", travel)] = out.value;
+      }
       json["first_rows_out"].push_back(row);
     }
   }

@@ -67,16 +67,15 @@ bool is_number(std::string_view text) {
   return result.ec == std::errc() && result.ptr == text.data() + text.size();
 }
 
-// Whether at `at` stands the same field as from `begin` to `end`, and ends there.
-bool reads_the_same(const char* begin, const char* end, const char* at, const char* line_end) {
-  const std::ptrdiff_t size = end - begin;
-  if (size == 0 || line_end - at < size) return false;
-  if (line_end - at > size && at[size] != ',') return false;
-  // Nearly always the fields are of eight characters or more and differ in those.
+// The end of the field at `at` when it is the same as from `begin` to `end`; else null.
+const char* end_if_same(const char* begin, const char* end, const char* at, const char* line_end) {
   constexpr std::ptrdiff_t kFirst = 8;
-  if (size < kFirst) return std::equal(begin, end, at);
-  return std::memcmp(begin, at, kFirst) == 0 &&
-         std::memcmp(begin + kFirst, at + kFirst, static_cast<std::size_t>(size - kFirst)) == 0;
+  const std::ptrdiff_t size = end - begin;
+  if (line_end - at < size || size == 0) return nullptr;
+  // Nearly always the fields are of eight characters or more, and differ in those.
+  if (size >= kFirst ? std::memcmp(begin, at, kFirst) != 0 : *begin != *at) return nullptr;
+  if (line_end - at > size && at[size] != ',') return nullptr;
+  return std::memcmp(begin, at, static_cast<std::size_t>(size)) == 0 ? at + size : nullptr;
 }
 
 std::string header_to_write(const TablePlan& plan) {
@@ -158,41 +157,39 @@ void PathTable::read(const Line& line, PathRow& row) {
   row.line = line.number;
   const char* const end = line.text.data() + line.text.size();
   const char* at = line.text.data();
-  const std::size_t last = m_columns.size() - 1;
-  for (std::size_t column = 0; column <= last; ++column) {
-    if (m_columns[column] == kThrough) {
+  std::size_t left = m_columns.size();
+  for (const int column : m_columns) {
+    if (column == kThrough) {
       at = skip_text(line, at);
     } else {
-      const auto place = static_cast<std::size_t>(m_columns[column]);
+      const auto place = static_cast<std::size_t>(column);
       const char* const field = at;
       at = skip_spaces(at, end);
       Span& span = m_spans[place];
-      const char* const same_end = at + (span.end - span.begin);
-      if (reads_the_same(span.begin, span.end, at, end)) {
+      if (const char* const same_end = end_if_same(span.begin, span.end, at, end)) {
         span = {at, same_end};
         at = same_end;
       } else {
         double& value = m_values[place];
-        span.begin = at;
         const std::from_chars_result result = std::from_chars(at, end, value);
-        span.end = result.ptr;
+        span = {at, result.ptr};
         at = skip_spaces(result.ptr, end);
-        const bool plain = result.ec == std::errc() && (at == end || *at == ',') && std::isfinite(value);
-        if (!plain) at = read_odd_number(line, field, column, value);
+        const bool ends = at == end || *at == ',';
+        if (!ends || result.ec != std::errc() || !std::isfinite(value))
+          at = read_odd_number(line, field, place, value);
         if (m_zero[place] && value != 0) refuse_angle(line, place);
       }
     }
-    if ((column == last) != (at == end)) refuse_count(line);
-    if (column != last) ++at;
+    if ((--left == 0) != (at == end)) refuse_count(line);
+    if (left > 0) ++at;
   }
   row.values = m_values;
 }
 
 // A number in quotes or with a plus, or what is no number.
-const char* PathTable::read_odd_number(const Line& line, const char* field, std::size_t column,
+const char* PathTable::read_odd_number(const Line& line, const char* field, std::size_t place,
                                        double& value) {
   const char* const field_end = skip_text(line, field);
-  const auto place = static_cast<std::size_t>(m_columns[column]);
   const std::string name(kPathColumns[place]);
   const std::string_view whole = trimmed({field, static_cast<std::size_t>(field_end - field)});
   const char* const shown = whole.empty() ? field : whole.data();
@@ -237,6 +234,7 @@ void PathTable::write(const Line& line, const PathRow& row, Output& output) {
   const char* at = line.text.data();
   for (const int column : m_rewritten) {
     const auto place = static_cast<std::size_t>(column);
+    if (row.values[place] == m_values[place]) continue;
     if (!std::isfinite(row.values[place])) refuse_result(row);
     output.put(at, m_spans[place].begin);
     output.put_number(row.values[place]);

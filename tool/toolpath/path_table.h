@@ -1,7 +1,8 @@
 // A tool path as a table: which columns it has, reading one row's numbers and writing the row again.
 //
-// Everything that is not changed keeps its text: further columns, blanks, blank lines, the ends of lines, and
-// a last line without one. So line n of what comes out is line n of what went in.
+// Everything that does not change keeps its text: numbers that stay what they are, further columns, blanks,
+// blank lines, the ends of lines, and a last line without one. So line n of what comes out is line n of what
+// went in.
 #ifndef K5AX_TOOL_TOOLPATH_PATH_TABLE_H
 #define K5AX_TOOL_TOOLPATH_PATH_TABLE_H
 
@@ -69,7 +70,9 @@ class PathTable {
 
   /// True for a line that is no row: nothing but blanks.
   static bool is_blank(const Line& line) {
-    return line.text.find_first_not_of(" \t") == std::string_view::npos;
+    for (const char c : line.text)
+      if (c != ' ' && c != '\t') return false;
+    return true;
   }
 
  private:
@@ -77,7 +80,7 @@ class PathTable {
   static constexpr int kThrough = -1;
 
   void require_columns(const Line& header, const TablePlan& plan) const;
-  const char* read_odd_number(const Line& line, const char* field, std::size_t column, double& value);
+  const char* read_odd_number(const Line& line, const char* field, std::size_t place, double& value);
   const char* skip_text(const Line& line, const char* field) const;
   [[noreturn]] void refuse(const Line& line, const char* place, const std::string& column,
                            const std::string& value, const std::string& remedy) const;

@@ -32,7 +32,6 @@ struct PathOptions {
   std::string path;
   std::string to;
   std::string output;
-  bool tool_direction = false;
   bool no_travel = false;
 
   bool to_machine() const { return to == "machine"; }
@@ -51,7 +50,6 @@ TablePlan plan_for(const md::CMachDef& machine, const PathOptions& options) {
     plan.use[5] = ColumnUse::kOptional;
     if (machine.getMachType() == MC_TT) plan.use[4] = ColumnUse::kOptional;
   }
-  if (options.tool_direction) plan.appended = {"i", "j", "k"};
   return plan;
 }
 
@@ -109,18 +107,13 @@ TPoint<double> convert_row(const md::CMachDef& machine, bool to_machine, const T
     return p_mach;
   }
   TPoint<double> p_part;
-  TPoint<double> d_tool_part;
+  TPoint<double> d_tool_part;  // not asked for
   machine.Mach2PartCoords(p_given, abc, p_part, d_tool_part);
   set_xyz(row, p_part);
-  row.appended = {d_tool_part.x, d_tool_part.y, d_tool_part.z};
   return p_given;
 }
 
 void run_path(const PathOptions& options, Context& context) {
-  if (options.tool_direction && options.to_machine()) {
-    throw UsageError("path: --tool-direction goes with --to part, where a tool direction comes out",
-                     "leave it out, or convert to part");
-  }
   const std::unique_ptr<md::CMachDef> machine = read_valid_machine(options.machine);
   const TablePlan plan = plan_for(*machine, options);
   TravelWatch watch(*machine);
@@ -166,12 +159,10 @@ void add_path(CLI::App& app, Context& context) {
   verb->add_option("-o,--output", options->output, "Write the rows to this file, whole or not at all")
       ->type_name("FILE")
       ->option_text("FILE");
-  verb->add_flag("--tool-direction", options->tool_direction,
-                 "With --to part: add columns i, j, k, the direction from the tool's point to the machine");
   verb->add_flag("--no-travel", options->no_travel, "Do not hold the rows against the axes' travels");
   add_json_flag(*verb, context);
   set_examples(*verb, {"k5ax path machine.k5m path.csv --to machine -o moved.csv",
-                       "k5ax path machine.json - --to part --tool-direction < path.csv"});
+                       "k5ax path machine.json - --to part < path.csv"});
   verb->callback([options, &context] { run_path(*options, context); });
 }
 
