@@ -52,6 +52,11 @@ void CMachDef::remove_axes() {
   CAxis2::free(m_secondary);
   for (boost::shared_ptr<CAxis2>& axis : m_xyz_axes) CAxis2::free(axis);
 
+  // A root may hang below a node of somebody else's, whose tree must not go on holding what is parked here.
+  for (const std::vector<boost::shared_ptr<sg::node>>& nodes : m_nodes)
+    if (!nodes.empty() && nodes.front())
+      if (sg::node* const above = nodes.front()->parent_ptr()) above->remove_child(nodes.front());
+
   m_SG[0].reset();
   m_SG[1].reset();
   m_SG_RotAxs[0].reset();

@@ -449,6 +449,38 @@ TEST(MachineClone, OfARootBelowAnotherNodeMakesASiblingThere) {
   EXPECT_EQ(above->child_list()[1], clone->SG()[0]);
 }
 
+// Otherwise the node would hang in that tree and wait in its pool at once, and the next clone would take it and
+// hang it up a second time: trees that double with every clone.
+TEST(MachineClone, OfARootBelowAnotherNodeGoesFromThereWithItsMachine) {
+  CMachDef source;
+  const NodePtr above = plain_node(1);
+  const NodePtr root = plain_node(2);
+  above->add_child(root);
+  source.SG()[0] = root;
+
+  for (int times = 0; times < 3; ++times) clone_of(source);
+
+  ASSERT_EQ(above->child_list().size(), 1u);
+  EXPECT_EQ(above->child_list()[0], root);
+  EXPECT_EQ(root->parent(), above);
+}
+
+// As a file may have it that names a node further down as the root of the second tree.
+TEST(MachineClone, OfATreeWithinTheOtherGrowsNeither) {
+  const NodePtr root = plain_node(1);
+  const NodePtr below = plain_node(2);
+  root->add_child(below);
+  below->add_child(plain_node(3));
+  CMachDef machine;
+  machine.SG()[0] = root;
+  machine.SG()[1] = below;
+
+  for (int times = 0; times < 20; ++times) clone_of(machine);
+
+  EXPECT_EQ(md::sg::node::all_nodes(root).size(), 3u);
+  EXPECT_EQ(md::sg::node::all_nodes(below).size(), 2u);
+}
+
 // A chain is built from its leaf up, so that each new root looks at one node.
 constexpr int kDepth = 200000;
 
