@@ -167,6 +167,7 @@ void CMachDef::read_trees(IIO::Stream& stream) {
   }
 
   refuse_cycles(nodes);
+  for (Nodes& list : m_nodes) list.reserve(nodes.size());  // in one piece, for list_nodes
   for (ReadNode& n : nodes)
     if (sg::node* const parent = look_up(nodes, n.parent)) {
       n.address->link_to(parent);
