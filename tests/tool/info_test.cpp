@@ -160,6 +160,8 @@ TEST(Info, CountsTheNodesThatItDoesNotShow) {
   const Ended all = run_tool({"info", "m.k5m", "--all"}, how);
   EXPECT_EQ(all.out.find("more node"), std::string::npos) << all;
   EXPECT_NE(all.out.find("(100 down) fixed (id -999)\n"), std::string::npos) << all;
+  // A line says what 65 lines would.
+  EXPECT_EQ(tool_test::lines_of(some.out).size() + 64, tool_test::lines_of(all.out).size());
 }
 
 TEST(Info, SaysThatAMachineIsNotValidAndEndsWithNoughtAllTheSame) {
