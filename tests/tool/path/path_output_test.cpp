@@ -21,8 +21,8 @@ namespace {
 using tool::Output;
 
 std::string written(double value) {
-  std::string text;
-  Output output([&text](const char* data, std::size_t size) { text.append(data, size); });
+  static std::string text;
+  static Output output([](const char* data, std::size_t size) { text.assign(data, size); });
   output.reserve(Output::kNumberRoom);
   output.put_number(value);
   output.pass_on();
