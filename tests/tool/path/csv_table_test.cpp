@@ -130,6 +130,15 @@ TEST(CsvTable, TellsFieldsApartThatBeginAlike) {
   EXPECT_EQ(stream(text, table_plan, [](PathRow& row) { row.appended[0] = row.values[5]; }), wanted);
 }
 
+// Each row comes as a piece of its own and lands where the row before stood.
+TEST(CsvTable, ParsesFieldsAnewWhenTheLineBeforeIsGone) {
+  std::vector<double> angles;
+  stream(
+      "x,y,z,c\n0,0,0,1\n0,0,0,2\n0,0,0,3\n", plan(),
+      [&angles](PathRow& row) { angles.push_back(row.values[5]); }, 8);
+  EXPECT_EQ(angles, (std::vector<double>{1, 2, 3}));
+}
+
 TEST(CsvTable, KeepsTheTextOfANumberThatStaysWhatItIs) {
   EXPECT_EQ(stream("x,y,z,c\n1.500,+2,\"3\",0\n", plan(), [](PathRow& row) { row.values[1] = 7; }),
             "x,y,z,c\n1.500,7,\"3\",0\n");

@@ -112,6 +112,22 @@ TEST(PathSlides, OfAForkFollowBothAxes) {
   EXPECT_NEAR(values[2], 3 - 219.977, 1e-12);
 }
 
+// The offset is kept from row to row as long as no angle changes.
+TEST(PathSlides, FollowEitherAngleAlone) {
+  const auto machine = shipped(kFork);
+  const auto other = shipped(kFork);
+  SlideValues slides(*machine);
+  const TPoint<double> xyz(1, 2, 3);
+  for (const TPoint<double>& abc_deg : {TPoint<double>(20, 0, 30), TPoint<double>(20, 0, 50),
+                                        TPoint<double>(40, 0, 50), TPoint<double>(40, 0, 50)}) {
+    const TPoint<double> abc = abc_deg * math::D2R;
+    std::array<double, 3> given{};
+    ASSERT_TRUE(slides.at(xyz, abc, given));
+    const std::array<double, 3> wanted = posed(*other, xyz, abc);
+    for (std::size_t k = 0; k < 3; ++k) EXPECT_NEAR(given[k], wanted[k], 1e-11) << "slide " << k;
+  }
+}
+
 TEST(PathSlides, OfAMachineWithoutTreesAreNone) {
   const auto machine = shipped(kTrunnion);
   md::CMachDef bare;
@@ -162,6 +178,21 @@ TEST(PathSlides, OfAQuillThatTurnsWithTheHeadArePosed) {
     ASSERT_TRUE(slides.at(xyz, {0, deg(b_deg), deg(80)}, given));
     EXPECT_EQ(given, posed(*other, xyz, {0, deg(b_deg), deg(80)})) << b_deg;
   }
+}
+
+// One that is inclined by 45 degrees reaches every height at the quarter turns that the formula is found
+// from, so only the trials tell.
+TEST(PathSlides, OfAnInclinedQuillArePosedToo) {
+  const auto machine = quill_machine();
+  const auto other = quill_machine();
+  for (md::CMachDef* const inclined : {machine.get(), other.get()})
+    tool_test::axis_of(*inclined, kZNode).SetAxisVector({std::sqrt(0.5), 0, std::sqrt(0.5)});
+  SlideValues slides(*machine);
+  EXPECT_FALSE(slides.has_formula());
+  const TPoint<double> abc(0, deg(35), deg(80));
+  std::array<double, 3> given{};
+  ASSERT_TRUE(slides.at({10, 20, -300}, abc, given));
+  EXPECT_EQ(given, posed(*other, {10, 20, -300}, abc));
 }
 
 // At 90 degrees the quill lies flat and cannot change the height.

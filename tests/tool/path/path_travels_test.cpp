@@ -44,6 +44,13 @@ TEST(PathTravels, AtALimitAreIn) {
   EXPECT_EQ(travels.rows_out(), 0U);
 }
 
+// What a sum of coordinates comes to at a limit of 20.
+TEST(PathTravels, SomeRoundingsBeyondALimitAreIn) {
+  Travels travels = two_axes();
+  take(travels, 2, 20 + 1e-11, 110 + 1e-12);
+  EXPECT_EQ(travels.rows_out(), 0U);
+}
+
 TEST(PathTravels, BeyondALimitAreOut) {
   for (const double beyond : {-10.00001, 20.00001}) {
     Travels travels = two_axes();
@@ -84,6 +91,7 @@ TEST(PathTravels, KeepTheFirstRowsAndCountTheOthers) {
   ASSERT_EQ(travels.kept().size(), Travels::kRowsKept);
   EXPECT_EQ(travels.kept().back().line, 11U);
   EXPECT_EQ(travels.all()[0].rows_out, 1000U);
+  EXPECT_EQ(travels.all()[0].first_line_out, 2U);
 }
 
 TEST(PathTravels, CountRowsThatAreNotReachedAmongThoseOut) {
