@@ -14,6 +14,7 @@
 #include <ostream>
 #include <sstream>
 #include <stdexcept>
+#include <system_error>
 
 #include <fcntl.h>
 #include <poll.h>
@@ -205,8 +206,18 @@ void write_file(const std::string& path, const std::string& content) {
 }
 
 std::string make_folder(const std::string& name) {
+  // Those made here, and no others, go when the test program ends.
+  static struct Made {
+    std::vector<std::string> folders;
+    ~Made() {
+      std::error_code ignored;
+      for (const std::string& folder : folders) std::filesystem::remove_all(folder, ignored);
+    }
+  } made;
+
   std::string folder = (std::filesystem::temp_directory_path() / (name + ".XXXXXX")).string();
   if (mkdtemp(folder.data()) == nullptr) give_up(folder);
+  made.folders.push_back(folder);
   return folder;
 }
 

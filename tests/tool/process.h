@@ -49,7 +49,7 @@ std::string read_file(const std::string& path);
 /// Writes a whole file; fails the test when it cannot.
 void write_file(const std::string& path, const std::string& content);
 
-/// A new empty folder below the test's own; the name is for people.
+/// A new empty folder below the test's own, removed when the test program ends; the name is for people.
 std::string make_folder(const std::string& name);
 
 /// Expects `text` to be what tests/tool/golden/NAME holds, and shows the first line that differs. Golden
