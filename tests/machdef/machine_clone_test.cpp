@@ -449,8 +449,8 @@ TEST(MachineClone, OfARootBelowAnotherNodeMakesASiblingThere) {
   EXPECT_EQ(above->child_list()[1], clone->SG()[0]);
 }
 
-// Otherwise the node would hang in that tree and wait in its pool at once, and the next clone would take it and
-// hang it up a second time: trees that double with every clone.
+// Otherwise the node would hang in that tree and wait in its pool at once, and the next clone would take it
+// and hang it up a second time: trees that double with every clone.
 TEST(MachineClone, OfARootBelowAnotherNodeGoesFromThereWithItsMachine) {
   CMachDef source;
   const NodePtr above = plain_node(1);
