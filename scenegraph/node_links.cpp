@@ -33,7 +33,7 @@ void node::append_child(boost::shared_ptr<node> child) {
 }
 
 void node::clear_links() {
-  release_children();
+  if (!m_children.empty()) release_children();  // most nodes that are cleared come from a pool, and have none
   unlink();
 }
 

@@ -7,9 +7,10 @@
 namespace md {
 namespace sg {
 
-node::Transform::Transform(const Geometry::Matrix& matrix) : m_matrix(matrix) {
+void node::Transform::set(const Geometry::Matrix& matrix) {
   double xx, xy, xz, yx, yy, yz, zx, zy, zz, tx, ty, tz;
   matrix.GetMatrix(xx, xy, xz, yx, yy, yz, zx, zy, zz, tx, ty, tz);
+  m_matrix.SetMatrix(xx, xy, xz, yx, yy, yz, zx, zy, zz, tx, ty, tz);
   m_only_translates = xx == 1 && xy == 0 && xz == 0 &&  //
                       yx == 0 && yy == 1 && yz == 0 &&  //
                       zx == 0 && zy == 0 && zz == 1;

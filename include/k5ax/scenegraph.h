@@ -134,7 +134,7 @@ class K5AX_API node : public boost::enable_shared_from_this<node> {
     return m_transform.matrix();
   }  ///< from this node's frame to its parent's
   /// Sets the transform only; the value stays.
-  void transform(const Geometry::Matrix& transform) { m_transform = Transform(transform); }
+  void transform(const Geometry::Matrix& transform) { m_transform.set(transform); }
   /// `p * transform()`: a point of this node's frame in the frame of its parent.
   Geometry::TPoint<double> point_to_parent(const Geometry::TPoint<double>& p) const {
     return m_transform.carry_point(p);
@@ -190,13 +190,13 @@ class K5AX_API node : public boost::enable_shared_from_this<node> {
   class Transform {
    public:
     Transform() : m_only_translates(true) {}
-    explicit Transform(const Geometry::Matrix& matrix);
 
     const Geometry::Matrix& matrix() const { return m_matrix; }
     Geometry::TPoint<double> carry_point(const Geometry::TPoint<double>& p) const;
     Geometry::TPoint<double> carry_direction(const Geometry::TPoint<double>& d) const;
 
     void Identity() { *this = Transform(); }
+    void set(const Geometry::Matrix& matrix);
     // See md::NodeAxis_transform_calc.
     void set_axis(unsigned int selector, const CAxis2& axis, double value);
 
