@@ -150,7 +150,7 @@ inline void add_random_list(Random& random, MachineRecord& machine) {
   for (int i = 0; i < count; ++i) {
     NodeRecord n = random_node_record(random, machine);
     const int other = is_upside_down ? i + 1 + random.below(count - i) : random.below(i + 1) - 1;
-    n.parent = random.one_in(8) ? random_enum(random, 1) * 1000 - 1 : other;
+    n.parent = random.one_in(8) ? random_enum(random, 1) : other;
     if (!is_upside_down && n.parent >= i) n.parent = -1;
     if (is_upside_down && n.parent <= i) n.parent = -1;
     machine.nodes.push_back(n);
