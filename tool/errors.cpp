@@ -48,4 +48,10 @@ std::string printable(const std::string& text) {
   return out;
 }
 
+std::string reason_of(const std::exception& error, const std::string& path) {
+  const std::string what = error.what();
+  const std::string name = '"' + path + "\": ";
+  return what.rfind(name, 0) == 0 ? what.substr(name.size()) : what;
+}
+
 }  // namespace tool

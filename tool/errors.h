@@ -2,6 +2,7 @@
 #ifndef K5AX_TOOL_ERRORS_H
 #define K5AX_TOOL_ERRORS_H
 
+#include <exception>
 #include <stdexcept>
 #include <string>
 
@@ -36,6 +37,10 @@ struct UsageError : std::runtime_error {
 /// The text with every control character written as an escape (\n, \t, \x1b), so that a message stays on one
 /// line and no file name or file content reaches the terminal as a command to it.
 std::string printable(const std::string& text);
+
+/// What an error of the library's streams says after it has named the file, which an `InputError` begins with
+/// anyway.
+std::string reason_of(const std::exception& error, const std::string& path);
 
 }  // namespace tool
 

@@ -15,13 +15,6 @@
 namespace tool {
 namespace {
 
-// What the stream says after it has named the file, which every message of ours begins with anyway.
-std::string reason(const IIO::FileError& error, const std::string& path) {
-  const std::string what = error.what();
-  const std::string name = '"' + path + "\": ";
-  return what.rfind(name, 0) == 0 ? what.substr(name.size()) : what;
-}
-
 // Of any kind of file, pipes too, so the size is not asked for.
 std::string read_text(const std::string& path) {
   const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "rb"), std::fclose);
@@ -54,7 +47,7 @@ LoadedMachine load(const std::string& path) {
     loaded.machine->serialize(stream);
     loaded.bytes = stream.bytes();
   } catch (const IIO::FileError& error) {
-    throw InputError(path, "", reason(error, path), "give a machine definition that is there and whole");
+    throw InputError(path, "", reason_of(error, path), "give a machine definition that is there and whole");
   } catch (const std::runtime_error& error) {
     throw InputError(path, "", error.what(), "give a machine definition, .k5m or .json");
   }
@@ -89,7 +82,7 @@ void write_bytes(const std::string& bytes, const std::string& path) {
     IIO::FileStream stream(path.c_str(), IIO::FILE_WRITE);
     stream.Write(bytes.data(), bytes.size());
   } catch (const IIO::FileError& error) {
-    throw InputError(path, "", reason(error, path), "make room there, or give another place");
+    throw InputError(path, "", reason_of(error, path), "make room there, or give another place");
   }
 }
 

@@ -15,13 +15,6 @@
 namespace tool {
 namespace {
 
-// What the stream says after it has named the file, which every message of ours begins with anyway.
-std::string reason(const IIO::FileError& error, const std::string& path) {
-  const std::string what = error.what();
-  const std::string name = '"' + path + "\": ";
-  return what.rfind(name, 0) == 0 ? what.substr(name.size()) : what;
-}
-
 void write_to(std::ostream& stream, const char* data, std::size_t size) {
   errno = 0;
   stream.write(data, static_cast<std::streamsize>(size));
@@ -65,7 +58,7 @@ void with_output(const std::string& path, std::ostream& standard, const std::fun
     work(output);
     output.pass_on();
   } catch (const IIO::FileError& error) {
-    throw InputError(path, "", reason(error, path), "make room there, or give another place");
+    throw InputError(path, "", reason_of(error, path), "make room there, or give another place");
   }
 }
 
