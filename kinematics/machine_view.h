@@ -4,6 +4,8 @@
 
 #include <k5ax/kinematics.h>
 
+#include <array>
+
 namespace md {
 
 struct MachineView {
@@ -14,7 +16,12 @@ struct MachineView {
   static const CAxis2* secondary(const CMachDef& machdef) { return machdef.m_secondary.get(); }
   static CAxis2* part_axis(const CMachDef& machdef) { return machdef.part_axis().get(); }
   static const sg::node* tool_node(const CMachDef& machdef) { return machdef.m_tool_node.get(); }
-  static std::vector<int>& driven_ids(CMachDef& machdef) { return machdef.m_driven_ids; }
+
+  // A place for the id of each node: the machine's own room where it has many, else `few`.
+  using FewIds = std::array<int, CMachDef::kFewNodes>;
+  static int* room_for_ids(CMachDef& machdef, FewIds& few) {
+    return machdef.m_driven_ids.empty() ? few.data() : machdef.m_driven_ids.data();
+  }
 };
 
 // Carries a point from the frame of node `n` to its root's, node by node; null leaves it where it is.

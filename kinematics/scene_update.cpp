@@ -168,14 +168,14 @@ class SceneUpdate {
           NodeAxis_transform_set(m_selector, *axis.node, 0.0);
       return;
     }
-    bool listed_driven_ids = false;
-    for_each_axis_node([this, &listed_driven_ids](AxisNode& n) {
+    MachineView::FewIds few;
+    int* const driven_ids = MachineView::room_for_ids(m_machdef, few);
+    int* driven_ids_end = nullptr;  // they are listed when first asked for
+    for_each_axis_node([&](AxisNode& n) {
       if (n.mode() != LINEAR || was_dropped(n.id())) return;
       if ((n.flags() & kDriven) == 0) {
-        if (!listed_driven_ids) list_driven_ids();
-        listed_driven_ids = true;
-        const std::vector<int>& ids = MachineView::driven_ids(m_machdef);
-        if (!std::binary_search(ids.begin(), ids.end(), n.id())) return;
+        if (driven_ids_end == nullptr) driven_ids_end = list_driven_ids(driven_ids);
+        if (!std::binary_search(driven_ids, driven_ids_end, n.id())) return;
       }
       NodeAxis_transform_set(m_selector, n, 0.0);
     });
@@ -194,14 +194,14 @@ class SceneUpdate {
     return false;
   }
 
-  // Into the room that the machine keeps for it, so that nothing is allocated.
-  void list_driven_ids() {
-    std::vector<int>& ids = MachineView::driven_ids(m_machdef);
-    ids.clear();
-    for_each_axis_node([&ids](const AxisNode& n) {
-      if ((n.flags() & kDriven) != 0) ids.push_back(n.id());
+  // Writes them in ascending order from `ids` on, and returns their end.
+  int* list_driven_ids(int* ids) const {
+    int* end = ids;
+    for_each_axis_node([&end](const AxisNode& n) {
+      if ((n.flags() & kDriven) != 0) *end++ = n.id();
     });
-    std::sort(ids.begin(), ids.end());
+    std::sort(ids, end);
+    return end;
   }
 
   // Where the tool point lies with the linear axes at zero and the table as it was before the call.

@@ -42,7 +42,7 @@ CMachDef::CMachDef(MACHINE_MODE mode)
 CMachDef::~CMachDef() {
   // Where the pools cannot take everything for want of memory, the rest is destroyed with its last pointer.
   try {
-    reset();
+    remove_axes();
   } catch (const std::bad_alloc&) {
   }
 }

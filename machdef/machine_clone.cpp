@@ -10,14 +10,15 @@ constexpr unsigned int kCloneSceneGraph = 2;
 
 }  // namespace
 
-// The flat lists of the trees' nodes, and the room that the update needs for them, so that it need not ask
-// for memory.
+// The flat lists of the trees' nodes, and the room that the update needs for many, so that it need not ask for
+// memory.
 void CMachDef::list_nodes() {
   for (std::size_t i = 0; i < m_SG.size(); ++i) {
     m_nodes[i].clear();
     sg::node::list_nodes(m_SG[i], m_nodes[i]);
   }
-  m_driven_ids.reserve(m_nodes[0].size() + m_nodes[1].size());
+  const std::size_t count = m_nodes[0].size() + m_nodes[1].size();
+  m_driven_ids.resize(count > kFewNodes ? count : 0);
 }
 
 void CMachDef::clone(const CMachDef& other, unsigned int flags) {

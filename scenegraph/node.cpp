@@ -30,8 +30,10 @@ node::node(Kind kind)
       m_flags(0),
       m_kind(kind),
       m_listed(false),
-      m_parent_address(nullptr),
-      m_parent_of(0),
+      m_parent(nullptr),
+      m_first_linked(nullptr),
+      m_next_linked(nullptr),
+      m_linked_from(nullptr),
       m_held_by(0) {}
 
 // Deliberate: what a node is made from says nothing of its place in a tree, so a node made by copying starts

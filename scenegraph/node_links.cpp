@@ -2,8 +2,9 @@
 //
 // A node's parent link and its places in lists of children usually agree, but need not: removing a node from
 // a list that it is not in cuts its link, a reset node stays in its parent's list, and its children keep
-// their links to it. So each node counts both kinds of reference to itself; where a count is zero, a search
-// for such a reference can be left out.
+// their links to it. So each node knows both kinds of reference to itself: the places in lists by their number,
+// the links one by one, so that it can take them away when it ends. Weak pointers would do that too, at the
+// cost of two locked counts for every link that is made and dropped.
 #include <k5ax/scenegraph.h>
 
 #include <algorithm>
@@ -16,15 +17,22 @@ namespace sg {
 void node::link_to(node* parent) {
   unlink();
   if (parent == nullptr) return;
-  m_parent = parent->weak_from_this();
-  m_parent_address = parent;
-  ++parent->m_parent_of;
+  m_parent = parent;
+  m_next_linked = parent->m_first_linked;
+  m_linked_from = &parent->m_first_linked;
+  if (m_next_linked != nullptr) m_next_linked->m_linked_from = &m_next_linked;
+  parent->m_first_linked = this;
 }
 
 void node::unlink() {
-  if (node* const parent = parent_ptr()) --parent->m_parent_of;
-  m_parent.reset();
-  m_parent_address = nullptr;
+  if (m_parent == nullptr) return;
+  *m_linked_from = m_next_linked;
+  if (m_next_linked != nullptr) m_next_linked->m_linked_from = m_linked_from;
+  m_parent = nullptr;
+}
+
+void node::take_links_away() {
+  while (m_first_linked != nullptr) m_first_linked->unlink();
 }
 
 void node::append_child(boost::shared_ptr<node> child) {
@@ -37,11 +45,13 @@ void node::clear_links() {
   unlink();
 }
 
-boost::shared_ptr<node> node::parent() const { return m_parent.lock(); }
+boost::shared_ptr<node> node::parent() const {
+  return m_parent != nullptr ? m_parent->weak_from_this().lock() : boost::shared_ptr<node>();
+}
 
 // Throws when `child` is this node or one of its ancestors.
 void node::refuse_cycle(const node& child) const {
-  const bool may_be_above = !child.m_children.empty() || child.m_parent_of != 0;
+  const bool may_be_above = !child.m_children.empty() || child.m_first_linked != nullptr;
   for (const node* n = this; n != nullptr; n = may_be_above ? n->parent_ptr() : nullptr)
     if (n == &child)
       throw std::invalid_argument("scene graph: a node cannot be a child of itself or of its descendant");

@@ -6,7 +6,10 @@
 namespace md {
 namespace sg {
 
-node::~node() { clear_links(); }
+node::~node() {
+  take_links_away();
+  clear_links();
+}
 
 // Lets go of everything below this node, whatever the depth, without recursion and without memory: a
 // destructor has neither to spare. On the way down, the place that held the child holds the way back up

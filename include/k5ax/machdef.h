@@ -287,7 +287,11 @@ class K5AX_API CMachDef {
   boost::array<boost::shared_ptr<sg::node>, 2> m_SG;
   boost::array<boost::shared_ptr<sg::node>, 2> m_SG_RotAxs;
   boost::shared_ptr<sg::tnode<angled_head>> m_tool_node;
-  std::vector<int> m_driven_ids;  // room for the update to work in, one place per listed node
+
+  // Room for the update to work in: a place for each listed node's id. Empty where so few are listed that the
+  // update needs none.
+  static constexpr std::size_t kFewNodes = 32;
+  std::vector<int> m_driven_ids;
 };
 
 }  // namespace md

@@ -119,7 +119,7 @@ class K5AX_API node : public boost::enable_shared_from_this<node> {
 
   /// The parent as a borrowed pointer, null for a root and where the parent is gone. Touches no reference
   /// count.
-  node* parent_ptr() const { return m_parent.expired() ? nullptr : m_parent_address; }
+  node* parent_ptr() const { return m_parent; }
   /// The children, borrowed: valid until the list changes.
   const std::vector<boost::shared_ptr<node>>& child_list() const { return m_children; }
 
@@ -215,6 +215,7 @@ class K5AX_API node : public boost::enable_shared_from_this<node> {
   void copy_node_part(const node& from);
   void link_to(node* parent);
   void unlink();
+  void take_links_away();
   void append_child(boost::shared_ptr<node> child);
   void release_children();
   void clear_links();
@@ -223,7 +224,6 @@ class K5AX_API node : public boost::enable_shared_from_this<node> {
   static const int _version;
 
   std::vector<boost::shared_ptr<node>> m_children;
-  boost::weak_ptr<node> m_parent;
   Transform m_transform;
   int m_id;
   double m_value;
@@ -231,9 +231,11 @@ class K5AX_API node : public boost::enable_shared_from_this<node> {
 
   Kind m_kind;
   bool m_listed;            // set only while a machine gives its nodes back, so that each is given back once
-  node* m_parent_address;   // where m_parent points; valid while that has not expired
-  std::size_t m_parent_of;  // how many nodes have their parent link here
-  std::size_t m_held_by;    // how many places in lists of children are this node's
+  node* m_parent;         // null for a root; a node that ends takes the links to it away
+  node* m_first_linked;   // the nodes whose parent link is here, each leading to the next one
+  node* m_next_linked;    // the next one that has this node's parent
+  node** m_linked_from;   // where the pointer to this node stands among them
+  std::size_t m_held_by;  // how many places in lists of children are this node's
 };
 
 // The products of the geometry, once more and inline: on the way up a tree there is one at every node, and as
