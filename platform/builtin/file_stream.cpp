@@ -20,8 +20,15 @@ namespace IIO {
 // large buffer would cost as much as reading it.
 class FileStream::Buffered {
  public:
-  Buffered(const char* path, FILE_MODE mode) : m_file(open(path, mode)), m_mode(mode) {
-    if (mode == FILE_READ) m_end = m_file.read_start(m_buffer, m_size);
+  Buffered(const char* path, FILE_MODE mode) : m_file(given(path)), m_mode(mode) {
+    if (mode == FILE_READ) {
+      m_file.open_for_reading();
+      m_end = m_file.read_start(m_buffer, m_size);
+    } else if (mode == FILE_WRITE) {
+      m_file.open_for_writing();
+    } else {
+      m_file.fail("cannot open: unknown mode " + std::to_string(mode));
+    }
   }
 
   FILE_MODE mode() const { return m_mode; }
@@ -82,11 +89,9 @@ class FileStream::Buffered {
   }
 
  private:
-  static SystemFile open(const char* path, FILE_MODE mode) {
+  static const char* given(const char* path) {
     if (path == nullptr) throw FileError("(no path): the path is null");
-    if (mode == FILE_READ) return SystemFile::open_for_reading(path);
-    if (mode == FILE_WRITE) return SystemFile::open_for_writing(path);
-    throw FileError('"' + std::string(path) + "\": cannot open: unknown mode " + std::to_string(mode));
+    return path;
   }
 
   // For a file that the small buffer is too small for. Without memory for a large one, the small one goes on.

@@ -6,26 +6,27 @@
 #define K5AX_PLATFORM_BUILTIN_SYSTEM_FILE_H
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string>
 
 namespace IIO {
 
-// Open from its making to its end. Unbuffered. Every failure is a FileError with the path and the system's
-// reason.
+// Unbuffered, and opened at most once. Every failure is a FileError with the path and the system's reason.
 class SystemFile {
  public:
-  static SystemFile open_for_reading(const char* path);
-
-  // A regular file, or none yet: writes go to a new file in the same folder, until commit() gives it the
-  // path's name. Anything else that can be written is opened itself.
-  static SystemFile open_for_writing(const char* path);
-
-  SystemFile(SystemFile&& other) noexcept;
-  SystemFile& operator=(SystemFile&& other) noexcept;
+  explicit SystemFile(const char* path);
+  SystemFile(const SystemFile&) = delete;
+  SystemFile& operator=(const SystemFile&) = delete;
 
   // Closes. Without a commit the new file is removed and the old one is as it was.
   ~SystemFile();
+
+  void open_for_reading();
+
+  // A regular file, or none yet: writes go to a new file in the same folder, until commit() gives it the
+  // path's name. Anything else that can be written is opened itself.
+  void open_for_writing();
 
   // What the file begins with, up to `size` bytes, as the system has them at hand; 0 also where only waiting
   // could tell, as with a pipe. To be called once, right after opening for reading: a folder opens like a
@@ -43,10 +44,17 @@ class SystemFile {
   [[noreturn]] void fail(const std::string& reason) const;
 
  private:
-  struct State;
-  explicit SystemFile(std::unique_ptr<State> state) noexcept;
+  struct Replacement;  // a save that is under way
 
-  std::unique_ptr<State> m_state;
+  [[noreturn]] void fail(const char* what, int code) const;
+  void open_beside(const std::string& target, bool is_there);
+  bool create_temporary(unsigned int permissions);
+  bool close();
+
+  const std::string m_path;       // as the caller gave it, for messages
+  std::intptr_t m_file = -1;      // the system's number or handle; -1 when it is not open
+  std::size_t m_taken_ahead = 0;  // bytes that read_start has taken and the system does not count yet
+  std::unique_ptr<Replacement> m_replacement;
 };
 
 }  // namespace IIO

@@ -80,31 +80,7 @@ class HeldSignals {
   sigset_t m_mask_before;
 };
 
-class Descriptor {
- public:
-  Descriptor() = default;
-  Descriptor(const Descriptor&) = delete;
-  Descriptor& operator=(const Descriptor&) = delete;
-  ~Descriptor() { close(); }
-
-  int get() const { return m_number; }
-  bool open(int number) {
-    m_number = number;
-    return number != -1;
-  }
-
-  // False with errno set when the system reports a failure; the descriptor is gone in any case.
-  bool close() {
-    if (m_number == -1) return true;
-
-    // Not repeated when interrupted: the number may be another file's by then. What was written is on disk
-    // already.
-    return ::close(std::exchange(m_number, -1)) == 0 || errno == EINTR;
-  }
-
- private:
-  int m_number = -1;
-};
+int number(std::intptr_t file) { return static_cast<int>(file); }
 
 // "folder/" of "folder/name", with the slash; empty without a slash.
 std::string folder_part(const std::string& path) { return path.substr(0, path.rfind('/') + 1); }
@@ -140,81 +116,78 @@ std::string unpredictable_name() {
 
 }  // namespace
 
-struct SystemFile::State {
-  explicit State(const char* given_path) : path(given_path) {}
-  State(const State&) = delete;
-  State& operator=(const State&) = delete;
-  ~State() {
-    if (!temporary_name.empty()) ::unlinkat(folder.get(), temporary_name.c_str(), 0);
+// The folder, the name that the new file has in it and the one that it will get. The folder is held open so
+// that it stays the same one whatever the host's working directory does.
+struct SystemFile::Replacement {
+  Replacement() = default;
+  Replacement(const Replacement&) = delete;
+  Replacement& operator=(const Replacement&) = delete;
+  ~Replacement() {
+    if (!temporary_name.empty()) ::unlinkat(folder, temporary_name.c_str(), 0);
+    if (folder != -1) ::close(folder);
   }
 
-  [[noreturn]] void fail(const std::string& reason) const { throw FileError('"' + path + "\": " + reason); }
-  [[noreturn]] void fail(const char* what, int code) const {
-    fail(what + (": " + std::system_category().message(code)));
-  }
-
-  void open_beside(const std::string& target, bool is_there);
-  bool create_temporary(mode_t permissions);
-
-  const std::string path;  // as the caller gave it, for messages
-  Descriptor file;
-  off_t read_at_start = 0;  // bytes that read_start has taken and the system does not count yet
-
-  // While a save is under way: the folder, the name that the new file has in it and the one that it will
-  // get. The folder is held open so that it stays the same one whatever the host's working directory does.
-  Descriptor folder;
+  int folder = -1;
   std::string temporary_name;
   std::string final_name;
 };
 
-SystemFile::SystemFile(std::unique_ptr<State> state) noexcept : m_state(std::move(state)) {}
-SystemFile::SystemFile(SystemFile&& other) noexcept = default;
-SystemFile& SystemFile::operator=(SystemFile&& other) noexcept = default;
-SystemFile::~SystemFile() = default;
+SystemFile::SystemFile(const char* path) : m_path(path) {}
 
-void SystemFile::fail(const std::string& reason) const { m_state->fail(reason); }
+SystemFile::~SystemFile() { close(); }
 
-SystemFile SystemFile::open_for_reading(const char* path) {
-  auto state = std::make_unique<State>(path);
-  if (!state->file.open(uninterrupted([&] { return ::open(path, O_RDONLY | O_CLOEXEC | O_NOCTTY); }))) {
-    state->fail("cannot open for reading", errno);
-  }
-  return SystemFile(std::move(state));
+void SystemFile::fail(const std::string& reason) const { throw FileError('"' + m_path + "\": " + reason); }
+
+void SystemFile::fail(const char* what, int code) const {
+  fail(what + (": " + std::system_category().message(code)));
 }
 
-SystemFile SystemFile::open_for_writing(const char* path) {
-  auto state = std::make_unique<State>(path);
+// False with errno set when the system reports a failure; the file is closed in any case.
+bool SystemFile::close() {
+  if (m_file == -1) return true;
+
+  // Not repeated when interrupted: the number may be another file's by then. What was written is on disk
+  // already.
+  return ::close(number(std::exchange(m_file, -1))) == 0 || errno == EINTR;
+}
+
+void SystemFile::open_for_reading() {
+  m_file = uninterrupted([&] { return ::open(m_path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY); });
+  if (m_file == -1) fail("cannot open for reading", errno);
+}
+
+void SystemFile::open_for_writing() {
   struct stat found;
-  const bool is_there = ::stat(path, &found) == 0;
-  if (!is_there && (errno != ENOENT || *path == '\0')) state->fail("cannot open for writing", errno);
+  const bool is_there = ::stat(m_path.c_str(), &found) == 0;
+  if (!is_there && (errno != ENOENT || m_path.empty())) fail("cannot open for writing", errno);
 
   if (!is_there || S_ISREG(found.st_mode)) {
-    const std::string target = follow_links(path);
-    if (target.empty()) state->fail("cannot open for writing", ELOOP);
-    state->open_beside(target, is_there);
-    return SystemFile(std::move(state));
+    const std::string target = follow_links(m_path);
+    if (target.empty()) fail("cannot open for writing", ELOOP);
+    open_beside(target, is_there);
+    return;
   }
 
   // A folder comes this way too, and the system refuses it.
-  if (!state->file.open(uninterrupted([&] { return ::open(path, O_WRONLY | O_CLOEXEC | O_NOCTTY); }))) {
-    state->fail("cannot open for writing", errno);
-  }
-  return SystemFile(std::move(state));
+  m_file = uninterrupted([&] { return ::open(m_path.c_str(), O_WRONLY | O_CLOEXEC | O_NOCTTY); });
+  if (m_file == -1) fail("cannot open for writing", errno);
 }
 
 // Opens the new file in the folder of `target`. Whether `target` is there already is what the path said;
 // the answer under its own name has to agree.
-void SystemFile::State::open_beside(const std::string& target, bool is_there) {
+void SystemFile::open_beside(const std::string& target, bool is_there) {
   const std::string folder_path = folder_part(target);
-  final_name = target.substr(folder_path.size());
-  if (final_name.empty()) fail("cannot open for writing", EISDIR);
+  m_replacement = std::make_unique<Replacement>();
+  m_replacement->final_name = target.substr(folder_path.size());
+  const char* const name = m_replacement->final_name.c_str();
+  if (*name == '\0') fail("cannot open for writing", EISDIR);
   const char* const folder_name = folder_path.empty() ? "." : folder_path.c_str();
-  if (!folder.open(uninterrupted([&] { return ::open(folder_name, kFolderFlags); }))) {
-    fail("cannot open the folder for writing", errno);
-  }
+  const int folder = uninterrupted([&] { return ::open(folder_name, kFolderFlags); });
+  if (folder == -1) fail("cannot open the folder for writing", errno);
+  m_replacement->folder = folder;
 
   struct stat old;
-  if (::fstatat(folder.get(), final_name.c_str(), &old, AT_SYMLINK_NOFOLLOW) != 0) {
+  if (::fstatat(folder, name, &old, AT_SYMLINK_NOFOLLOW) != 0) {
     if (errno != ENOENT) fail("cannot open for writing", errno);
     // The links of open files that the system shows lead to files without a name, which nothing can replace.
     if (is_there) fail("cannot open for writing: the file that it leads to has no name any more");
@@ -224,35 +197,37 @@ void SystemFile::State::open_beside(const std::string& target, bool is_there) {
   if (!S_ISREG(old.st_mode)) fail("cannot open for writing: it stopped being a regular file");
   // Replacing needs no right to the old file itself, only to its folder; but who protects a file means its
   // contents.
-  if (::faccessat(folder.get(), final_name.c_str(), W_OK, AT_EACCESS) != 0) {
+  if (::faccessat(folder, name, W_OK, AT_EACCESS) != 0) {
     fail("cannot open for writing", errno);
   }
 
   // Private until it has the old file's owner and permissions. The owner comes first: changing it may clear
   // bits of the permissions. Only some may give a file away; the group alone is the next best.
   if (!create_temporary(0600)) fail("cannot create a file in its folder", errno);
-  if (::fchown(file.get(), old.st_uid, old.st_gid) != 0) {
-    static_cast<void>(::fchown(file.get(), static_cast<uid_t>(-1), old.st_gid) == 0);
+  if (::fchown(number(m_file), old.st_uid, old.st_gid) != 0) {
+    static_cast<void>(::fchown(number(m_file), static_cast<uid_t>(-1), old.st_gid) == 0);
   }
   struct stat now;
-  if (::fstat(file.get(), &now) != 0) fail("cannot open for writing", errno);
+  if (::fstat(number(m_file), &now) != 0) fail("cannot open for writing", errno);
   // Set only where it differs: some file systems have one fixed answer and refuse even that.
   const bool same_permissions = (now.st_mode & kPermissions) == (old.st_mode & kPermissions);
-  if (!same_permissions && ::fchmod(file.get(), old.st_mode & kPermissions) != 0) {
+  if (!same_permissions && ::fchmod(number(m_file), old.st_mode & kPermissions) != 0) {
     fail("cannot keep the permissions", errno);
   }
 }
 
 // False with errno set when no file could be made.
-bool SystemFile::State::create_temporary(mode_t permissions) {
+bool SystemFile::create_temporary(unsigned int permissions) {
   for (int attempt = 0; attempt < kMostNames; ++attempt) {
     std::string name = unpredictable_name();
     if (name.empty()) return false;
     const auto create = [&] {
-      return ::openat(folder.get(), name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, permissions);
+      return ::openat(m_replacement->folder, name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC,
+                      permissions);
     };
-    if (file.open(uninterrupted(create))) {
-      temporary_name = std::move(name);
+    m_file = uninterrupted(create);
+    if (m_file != -1) {
+      m_replacement->temporary_name = std::move(name);
       return true;
     }
     if (errno != EEXIST) return false;
@@ -264,21 +239,21 @@ bool SystemFile::State::create_temporary(mode_t permissions) {
 // bytes that the host may be about to send.
 std::size_t SystemFile::read_start(void* data, std::size_t size) {
   const std::size_t request = std::min(size, kLargestTransfer);
-  const ssize_t count = uninterrupted([&] { return ::pread(m_state->file.get(), data, request, 0); });
+  const ssize_t count = uninterrupted([&] { return ::pread(number(m_file), data, request, 0); });
   if (count == -1 && errno == ESPIPE) return 0;
-  if (count == -1 && errno == EISDIR) m_state->fail("cannot open for reading", EISDIR);
-  if (count == -1) m_state->fail("cannot read", errno);
-  m_state->read_at_start = count;
+  if (count == -1 && errno == EISDIR) fail("cannot open for reading", EISDIR);
+  if (count == -1) fail("cannot read", errno);
+  m_taken_ahead = static_cast<std::size_t>(count);
   return static_cast<std::size_t>(count);
 }
 
 std::size_t SystemFile::read_some(void* data, std::size_t size) {
-  if (const off_t start = std::exchange(m_state->read_at_start, 0)) {
-    if (::lseek(m_state->file.get(), start, SEEK_SET) == -1) m_state->fail("cannot read", errno);
+  if (const std::size_t start = std::exchange(m_taken_ahead, 0)) {
+    if (::lseek(number(m_file), static_cast<off_t>(start), SEEK_SET) == -1) fail("cannot read", errno);
   }
   const std::size_t request = std::min(size, kLargestTransfer);
-  const ssize_t count = uninterrupted([&] { return ::read(m_state->file.get(), data, request); });
-  if (count == -1) m_state->fail("cannot read", errno);
+  const ssize_t count = uninterrupted([&] { return ::read(number(m_file), data, request); });
+  if (count == -1) fail("cannot read", errno);
   return static_cast<std::size_t>(count);
 }
 
@@ -290,30 +265,28 @@ void SystemFile::write_all(const void* data, std::size_t size) {
     {
       const HeldSignals held;
       const std::size_t request = std::min(size, kLargestTransfer);
-      count = uninterrupted([&] { return ::write(m_state->file.get(), next, request); });
+      count = uninterrupted([&] { return ::write(number(m_file), next, request); });
       if (count == -1) code = errno;
     }
-    if (count <= 0) m_state->fail("cannot write", code);
+    if (count <= 0) fail("cannot write", code);
     next += count;
     size -= static_cast<std::size_t>(count);
   }
 }
 
 void SystemFile::commit() {
-  State& state = *m_state;
-  const bool is_new = !state.temporary_name.empty();
   // What is not a regular file has nothing to flush, and may refuse to.
-  if (is_new && uninterrupted([&] { return ::fsync(state.file.get()); }) != 0) {
-    state.fail("cannot flush to disk", errno);
+  if (m_replacement && uninterrupted([&] { return ::fsync(number(m_file)); }) != 0) {
+    fail("cannot flush to disk", errno);
   }
-  if (!state.file.close()) state.fail("cannot close", errno);
-  if (!is_new) return;
+  if (!close()) fail("cannot close", errno);
+  if (!m_replacement) return;
 
-  const int folder = state.folder.get();
-  if (::renameat(folder, state.temporary_name.c_str(), folder, state.final_name.c_str()) != 0) {
-    state.fail("cannot put the new file in place", errno);
+  Replacement& save = *m_replacement;
+  if (::renameat(save.folder, save.temporary_name.c_str(), save.folder, save.final_name.c_str()) != 0) {
+    fail("cannot put the new file in place", errno);
   }
-  state.temporary_name.clear();
+  save.temporary_name.clear();
 }
 
 }  // namespace IIO
