@@ -17,10 +17,13 @@ struct MachineView {
   static CAxis2* part_axis(const CMachDef& machdef) { return machdef.part_axis().get(); }
   static const sg::node* tool_node(const CMachDef& machdef) { return machdef.m_tool_node.get(); }
 
-  // A place for the id of each node: the machine's own room where it has many, else `few`.
+  // A place for the id of each node: `few`, or where the machine has more, the room that it keeps. That was
+  // made when they were listed, unless memory ran out.
   using FewIds = std::array<int, CMachDef::kFewNodes>;
   static int* room_for_ids(CMachDef& machdef, FewIds& few) {
-    return machdef.m_driven_ids.empty() ? few.data() : machdef.m_driven_ids.data();
+    if (machdef.m_nodes[0].size() + machdef.m_nodes[1].size() <= few.size()) return few.data();
+    machdef.make_room_for_update();
+    return machdef.m_driven_ids.data();
   }
 };
 

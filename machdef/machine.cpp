@@ -78,6 +78,21 @@ void CMachDef::remove_axes() {
   }
 }
 
+// In the order of all_nodes, and with the room that the update needs.
+void CMachDef::list_nodes() {
+  for (std::size_t i = 0; i < m_SG.size(); ++i) {
+    m_nodes[i].clear();
+    sg::node::list_nodes(m_SG[i], m_nodes[i]);
+  }
+  make_room_for_update();
+}
+
+// So that the update of a machine with many nodes need not ask for memory.
+void CMachDef::make_room_for_update() {
+  const std::size_t count = m_nodes[0].size() + m_nodes[1].size();
+  if (count > kFewNodes && count > m_driven_ids.size()) m_driven_ids.resize(count);
+}
+
 void CMachDef::reset() {
   remove_axes();
   m_machType = MC_UNDEFINED;

@@ -1,6 +1,8 @@
 // md::CMachDef: independent copies.
 #include <k5ax/machdef.h>
 
+#include <utility>
+
 namespace md {
 
 namespace {
@@ -9,17 +11,6 @@ constexpr unsigned int kCloneMachine = 1;
 constexpr unsigned int kCloneSceneGraph = 2;
 
 }  // namespace
-
-// The flat lists of the trees' nodes, and the room that the update needs for many, so that it need not ask for
-// memory.
-void CMachDef::list_nodes() {
-  for (std::size_t i = 0; i < m_SG.size(); ++i) {
-    m_nodes[i].clear();
-    sg::node::list_nodes(m_SG[i], m_nodes[i]);
-  }
-  const std::size_t count = m_nodes[0].size() + m_nodes[1].size();
-  m_driven_ids.resize(count > kFewNodes ? count : 0);
-}
 
 void CMachDef::clone(const CMachDef& other, unsigned int flags) {
   if (&other == this) return;  // the reset would destroy what is to be copied
@@ -50,10 +41,14 @@ void CMachDef::clone_machine(const CMachDef& other) {
 
 void CMachDef::clone_scene_graph(const CMachDef& other) {
   for (std::size_t i = 0; i < m_SG.size(); ++i) {
-    if (sg::node* const root = other.m_SG[i].get()) m_SG[i] = sg::node::_node_clone(*root, root->parent());
-    m_nodes[i].reserve(other.m_nodes[i].size());
+    sg::node* const root = other.m_SG[i].get();
+    if (root == nullptr) continue;
+    std::vector<boost::shared_ptr<sg::node>> listed = std::move(m_nodes[i]);  // where cloning fails, none
+    listed.reserve(other.m_nodes[i].size());
+    m_SG[i] = sg::node::_node_clone(*root, root->parent(), &listed);
+    m_nodes[i] = std::move(listed);
   }
-  list_nodes();
+  make_room_for_update();
 
   // The rotary nodes are found by id, the tool node by its kind; the first one counts.
   for (const std::vector<boost::shared_ptr<sg::node>>& nodes : m_nodes)

@@ -32,10 +32,12 @@ boost::shared_ptr<node> node::shallow_clone() {
 
 boost::shared_ptr<node> node::node_clone(boost::shared_ptr<node> n) {
   if (!n) return {};
-  return _node_clone(*n, n->parent());
+  return _node_clone(*n, n->parent(), nullptr);
 }
 
-boost::shared_ptr<node> node::_node_clone(node& n, const boost::shared_ptr<node>& parent) {
+// Appends the copies to `listed`, unless that is null, in the order of all_nodes.
+boost::shared_ptr<node> node::_node_clone(node& n, const boost::shared_ptr<node>& parent,
+                                          std::vector<boost::shared_ptr<node>>* listed) {
   struct Step {
     node* source;
     node* parent_copy;
@@ -49,12 +51,14 @@ boost::shared_ptr<node> node::_node_clone(node& n, const boost::shared_ptr<node>
   };
 
   clone_children_later(n, root.get());
+  if (listed != nullptr) listed->push_back(root);
   while (!steps.empty()) {
     const Step step = steps.back();
     steps.pop_back();
     boost::shared_ptr<node> copy = step.source->shallow_clone();
     copy->link_to(step.parent_copy);
     clone_children_later(*step.source, copy.get());
+    if (listed != nullptr) listed->push_back(copy);
     step.parent_copy->append_child(std::move(copy));
   }
 

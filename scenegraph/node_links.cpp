@@ -2,9 +2,9 @@
 //
 // A node's parent link and its places in lists of children usually agree, but need not: removing a node from
 // a list that it is not in cuts its link, a reset node stays in its parent's list, and its children keep
-// their links to it. So each node knows both kinds of reference to itself: the places in lists by their number,
-// the links one by one, so that it can take them away when it ends. Weak pointers would do that too, at the
-// cost of two locked counts for every link that is made and dropped.
+// their links to it. So each node knows both kinds of reference to itself: the places in lists by their
+// number, the links one by one, so that it can take them away when it ends. Weak pointers would do that too,
+// at the cost of two locked counts for every link that is made and dropped.
 #include <k5ax/scenegraph.h>
 
 #include <algorithm>

@@ -262,6 +262,7 @@ class K5AX_API CMachDef {
   void clone_machine(const CMachDef& other);
   void clone_scene_graph(const CMachDef& other);
   void list_nodes();
+  void make_room_for_update();
   void write(IIO::Stream& stream) const;
   void read(IIO::Stream& stream);
   void read_trees(IIO::Stream& stream);
@@ -288,8 +289,7 @@ class K5AX_API CMachDef {
   boost::array<boost::shared_ptr<sg::node>, 2> m_SG_RotAxs;
   boost::shared_ptr<sg::tnode<angled_head>> m_tool_node;
 
-  // Room for the update to work in: a place for each listed node's id. Empty where so few are listed that the
-  // update needs none.
+  // Room for the update to work in: a place for each listed node's id, where more than a few are listed.
   static constexpr std::size_t kFewNodes = 32;
   std::vector<int> m_driven_ids;
 };

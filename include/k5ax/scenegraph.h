@@ -209,7 +209,8 @@ class K5AX_API node : public boost::enable_shared_from_this<node> {
   };
 
   static std::list<boost::shared_ptr<node>>& get_pool();
-  static boost::shared_ptr<node> _node_clone(node& n, const boost::shared_ptr<node>& parent);
+  static boost::shared_ptr<node> _node_clone(node& n, const boost::shared_ptr<node>& parent,
+                                             std::vector<boost::shared_ptr<node>>* listed);
   static void list_nodes(const boost::shared_ptr<node>& n, std::vector<boost::shared_ptr<node>>& out);
   static void list_below(const node& n, std::vector<boost::shared_ptr<node>>& out);
   void copy_node_part(const node& from);
@@ -230,7 +231,7 @@ class K5AX_API node : public boost::enable_shared_from_this<node> {
   unsigned int m_flags;
 
   Kind m_kind;
-  bool m_listed;            // set only while a machine gives its nodes back, so that each is given back once
+  bool m_listed;          // set only while a machine gives its nodes back, so that each is given back once
   node* m_parent;         // null for a root; a node that ends takes the links to it away
   node* m_first_linked;   // the nodes whose parent link is here, each leading to the next one
   node* m_next_linked;    // the next one that has this node's parent

@@ -106,6 +106,7 @@ std::unique_ptr<md::CMachDef> cloned(int nodes) {
   return machdef;
 }
 
+constexpr int kFew = 20;  // so few that no room is made for them
 constexpr int kSmall = 40;
 constexpr int kLarge = 1000;
 
@@ -175,6 +176,11 @@ class PerPosition : public testing::TestWithParam<Work> {
 
 TEST_P(PerPosition, AllocatesNothingOnASmallMachine) {
   const auto machdef = cloned(kSmall);
+  EXPECT_EQ(allocations_of(GetParam(), *machdef), 0u);
+}
+
+TEST_P(PerPosition, AllocatesNothingOnAMachineOfFewNodes) {
+  const auto machdef = cloned(kFew);
   EXPECT_EQ(allocations_of(GetParam(), *machdef), 0u);
 }
 

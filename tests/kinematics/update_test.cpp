@@ -421,6 +421,26 @@ TEST_F(Update, ZeroesAnUnflaggedLinearAxisThatSharesTheIdOfADrivenOne) {
   EXPECT_EQ(m.value(x), 10);
 }
 
+// The ids are listed in two places, one for few nodes and one for many: both sides of the border.
+TEST_F(Update, ZeroesByTheIdsOfDrivenNodesHoweverManyThereAre) {
+  const NodePtr follower = linear_node(1, AXIS_X, kX, 0, 50);
+  const NodePtr stranger = linear_node(-5, AXIS_X, kX, 0, 50);
+  chain({x, y, z, follower, stranger});
+  NodePtr end = stranger;
+  for (int count = 7; count <= 40; ++count) {
+    const NodePtr driven =
+        k5ax_test::axis_node(1000 - count, AXIS_DUMMY, HEAD, LINEAR, Point(), kX, kDriven, 7);
+    end->add_child(driven);
+    driven->add_child(tool);
+    end = driven;
+    SceneMachine m(x);
+    EXPECT_TRUE(m.update(Point(10, 20, 30))) << count;
+    EXPECT_EQ(m.value(follower), 0) << count;
+    EXPECT_EQ(m.value(stranger), 50) << count;
+    EXPECT_EQ(m.value(end), 0) << count;
+  }
+}
+
 TEST_F(Update, ZeroesALinearAxisThatSharesTheIdOfAFlaggedRotary) {
   const NodePtr rotary = rotary_node(8, AXIS_A, HEAD, kX, Point(), 0.4);
   rotary->flags(kDriven);

@@ -405,6 +405,23 @@ TEST(ParentPtr, IsNullOnceTheParentIsGone) {
   EXPECT_EQ(k->parent_ptr(), nullptr);
 }
 
+// Each of the three is once the one that goes first, so each place among the parent's links is left once.
+TEST(ParentPtr, IsNullForEveryNodeOnceTheParentIsGoneWhicheverWasDetachedBefore) {
+  for (std::size_t detached = 0; detached < 3; ++detached) {
+    NodePtr parent = make_node(1);
+    const NodePtr other = make_node(2);
+    const std::vector<NodePtr> children = {make_node(10), make_node(11), make_node(12)};
+    for (const NodePtr& child : children) parent->add_child(child);
+    other->add_child(children[detached]);
+    for (std::size_t i = 0; i < 3; ++i)
+      EXPECT_EQ(children[i]->parent_ptr(), i == detached ? other.get() : parent.get()) << detached << i;
+    parent.reset();
+    for (std::size_t i = 0; i < 3; ++i)
+      EXPECT_EQ(children[i]->parent_ptr(), i == detached ? other.get() : nullptr) << detached << i;
+    EXPECT_EQ(children[detached]->parent(), other);
+  }
+}
+
 TEST(ParentPtr, FollowsEveryWayToSetTheParent) {
   const NodePtr p = make_node(1);
   const NodePtr q = make_node(2);
