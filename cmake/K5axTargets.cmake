@@ -6,6 +6,8 @@ include(CheckIPOSupported)
 
 option(K5AX_WERROR "Treat warnings in k5ax's own sources as errors" OFF)
 set(K5AX_SANITIZE "" CACHE STRING "Sanitizers for k5ax's own targets, a list such as address;undefined")
+option(K5AX_ASSERTIONS "Let the C++ library check its preconditions in k5ax's own targets" OFF)
+mark_as_advanced(K5AX_ASSERTIONS)
 
 # Inside another project the warnings are that project's business: it asked for a library, not for our
 # opinion.
@@ -35,6 +37,9 @@ function(k5ax_target_defaults target)
   endif()
   if(K5AX_WERROR)
     target_compile_options(${target} PRIVATE -Werror)
+  endif()
+  if(K5AX_ASSERTIONS)
+    target_compile_definitions(${target} PRIVATE _GLIBCXX_ASSERTIONS)
   endif()
   if(K5AX_SANITIZE)
     list(JOIN K5AX_SANITIZE "," names)
