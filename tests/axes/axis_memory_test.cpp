@@ -8,7 +8,7 @@
 #include <k5ax/axes.h>
 
 #include "axes/axis_support.h"
-#include "scenegraph/memory_shortage.h"
+#include "support/memory_shortage.h"
 
 namespace {
 

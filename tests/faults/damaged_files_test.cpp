@@ -11,8 +11,8 @@
 
 #include "machdef/files/memory_stream.h"
 #include "platform/scratch.h"
-#include "scenegraph/memory_shortage.h"
-#include "scenegraph/pools.h"
+#include "support/memory_shortage.h"
+#include "support/pools.h"
 #include "support/use_machine.h"
 
 using namespace k5ax_test;

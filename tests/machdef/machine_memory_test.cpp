@@ -9,8 +9,8 @@
 
 #include "axes/axis_support.h"
 #include "machdef/machine_support.h"
-#include "scenegraph/memory_shortage.h"
-#include "scenegraph/pools.h"
+#include "support/memory_shortage.h"
+#include "support/pools.h"
 
 namespace {
 

@@ -3,8 +3,8 @@
 
 #include <memory>
 
-#include "scenegraph/memory_shortage.h"
 #include "scenegraph/scene_tree.h"
+#include "support/memory_shortage.h"
 
 using namespace k5ax_test;
 using md::sg::node;

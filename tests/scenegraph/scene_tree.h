@@ -14,9 +14,9 @@
 
 #include <k5ax/scenegraph.h>
 
-#include "scenegraph/pools.h"
 #include "scenegraph/small_stack.h"
 #include "support/near.h"
+#include "support/pools.h"
 
 namespace k5ax_test {
 

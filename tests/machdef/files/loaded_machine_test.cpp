@@ -7,8 +7,8 @@
 
 #include "machdef/files/memory_stream.h"
 #include "machdef/files/rich_machine.h"
-#include "scenegraph/pools.h"
 #include "support/near.h"
+#include "support/pools.h"
 
 using namespace k5ax_test;
 using Geometry::TPoint;

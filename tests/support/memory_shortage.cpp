@@ -1,7 +1,7 @@
 // Replaces operator new for the whole program; the shared library finds the program's before the standard
 // one.
 
-#include "scenegraph/memory_shortage.h"
+#include "support/memory_shortage.h"
 
 #include <malloc.h>
 
@@ -30,11 +30,17 @@ bool may_allocate() {
   return false;
 }
 
-void* allocate(std::size_t size) {
+void* try_to_allocate(std::size_t size) noexcept {
   void* const memory = may_allocate() ? std::malloc(size > 0 ? size : 1) : nullptr;
-  if (memory == nullptr) throw std::bad_alloc();
+  if (memory == nullptr) return nullptr;
   const std::size_t now = in_use += malloc_usable_size(memory);
   if (now > peak) peak = now;
+  return memory;
+}
+
+void* allocate(std::size_t size) {
+  void* const memory = try_to_allocate(size);
+  if (memory == nullptr) throw std::bad_alloc();
   return memory;
 }
 
@@ -65,6 +71,8 @@ bool MemoryShortage::struck() { return has_struck; }
 
 void* operator new(std::size_t size) { return allocate(size); }
 void* operator new[](std::size_t size) { return allocate(size); }
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept { return try_to_allocate(size); }
+void* operator new[](std::size_t size, const std::nothrow_t&) noexcept { return try_to_allocate(size); }
 void operator delete(void* memory) noexcept { release(memory); }
 void operator delete[](void* memory) noexcept { release(memory); }
 void operator delete(void* memory, std::size_t) noexcept { release(memory); }

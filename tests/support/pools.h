@@ -1,6 +1,6 @@
 // Empties the pools, which the whole program shares, so that what is created next is fresh.
-#ifndef K5AX_TESTS_SCENEGRAPH_POOLS_H
-#define K5AX_TESTS_SCENEGRAPH_POOLS_H
+#ifndef K5AX_TESTS_SUPPORT_POOLS_H
+#define K5AX_TESTS_SUPPORT_POOLS_H
 
 #include <cstddef>
 #include <vector>
@@ -9,18 +9,19 @@
 
 #include <k5ax/scenegraph.h>
 
-#include "scenegraph/memory_shortage.h"
+#include "support/memory_shortage.h"
 
 namespace k5ax_test {
 
-// Takes axes and nodes of every kind out of their pools and destroys them, until that frees nothing any more.
-inline void empty_pools() {
+// Takes axes and nodes of every kind out of their pools and destroys them, so many at a time, until that frees
+// nothing any more.
+inline void empty_pools(int at_a_time = 100) {
   std::size_t before = 0;
   do {
     before = bytes_in_use();
     std::vector<boost::shared_ptr<md::CAxis2>> axes;
     std::vector<boost::shared_ptr<md::sg::node>> nodes;
-    for (int i = 0; i < 100; ++i) {
+    for (int i = 0; i < at_a_time; ++i) {
       axes.push_back(md::CAxis2::create());
       nodes.push_back(md::sg::node::create());
       nodes.push_back(md::NodeAxis_Create());

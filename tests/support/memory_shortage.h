@@ -1,7 +1,7 @@
 // Lets memory run out at a chosen allocation, and counts what is in use. The library's allocations are
 // counted too.
-#ifndef K5AX_TESTS_SCENEGRAPH_MEMORY_SHORTAGE_H
-#define K5AX_TESTS_SCENEGRAPH_MEMORY_SHORTAGE_H
+#ifndef K5AX_TESTS_SUPPORT_MEMORY_SHORTAGE_H
+#define K5AX_TESTS_SUPPORT_MEMORY_SHORTAGE_H
 
 #include <cstddef>
 #include <new>
