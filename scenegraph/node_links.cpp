@@ -8,11 +8,36 @@
 #include <k5ax/scenegraph.h>
 
 #include <algorithm>
+#include <boost/container/small_vector.hpp>
 #include <stdexcept>
 #include <utility>
 
 namespace md {
 namespace sg {
+
+namespace {
+
+constexpr std::size_t kUsualCount = 32;  // nodes waiting in a walk, without asking for memory
+
+bool is_listed(const node& n, const std::vector<boost::shared_ptr<node>>& children) {
+  return std::any_of(children.begin(), children.end(),
+                     [&n](const boost::shared_ptr<node>& child) { return child.get() == &n; });
+}
+
+bool stands_below(const node& n, const node& top) {
+  boost::container::small_vector<const node*, kUsualCount> to_visit(1, &top);
+  while (!to_visit.empty()) {
+    const node* const next = to_visit.back();
+    to_visit.pop_back();
+    for (const boost::shared_ptr<node>& child : next->child_list()) {
+      if (child.get() == &n) return true;
+      if (!child->child_list().empty()) to_visit.push_back(child.get());
+    }
+  }
+  return false;
+}
+
+}  // namespace
 
 void node::link_to(node* parent) {
   unlink();
@@ -40,6 +65,11 @@ void node::append_child(boost::shared_ptr<node> child) {
   ++m_children.back()->m_held_by;
 }
 
+// In the place that the child has already, if it has one.
+void node::hold(const boost::shared_ptr<node>& child) {
+  if (child->m_held_by == 0 || !is_listed(*child, m_children)) append_child(child);
+}
+
 void node::clear_links() {
   if (!m_children.empty()) release_children();  // most nodes that are cleared come from a pool, and have none
   unlink();
@@ -49,12 +79,23 @@ boost::shared_ptr<node> node::parent() const {
   return m_parent != nullptr ? m_parent->weak_from_this().lock() : boost::shared_ptr<node>();
 }
 
-// Throws when `child` is this node or one of its ancestors.
+// Whether the parent links lead to every node that this one stands below.
+bool node::is_linked_to_all_above() const {
+  for (const node* n = this; n->m_held_by != 0; n = n->m_parent)
+    if (n->m_held_by > 1 || n->m_parent == nullptr || !is_listed(*n, n->m_parent->m_children)) return false;
+  return true;
+}
+
+// Throws when `child` is this node or one of its ancestors, by links or by lists.
 void node::refuse_cycle(const node& child) const {
   const bool may_be_above = !child.m_children.empty() || child.m_first_linked != nullptr;
-  for (const node* n = this; n != nullptr; n = may_be_above ? n->parent_ptr() : nullptr)
-    if (n == &child)
-      throw std::invalid_argument("scene graph: a node cannot be a child of itself or of its descendant");
+  bool is_above = false;
+  for (const node* n = this; n != nullptr && !is_above; n = may_be_above ? n->parent_ptr() : nullptr)
+    is_above = n == &child;
+  if (!is_above && !child.m_children.empty() && !is_linked_to_all_above())
+    is_above = stands_below(*this, child);
+  if (is_above)
+    throw std::invalid_argument("scene graph: a node cannot be a child of itself or of its descendant");
 }
 
 void node::add_child(boost::shared_ptr<node> child) {
@@ -63,9 +104,7 @@ void node::add_child(boost::shared_ptr<node> child) {
 
   const boost::shared_ptr<node> self = shared_from_this();
   const boost::shared_ptr<node> old_parent = child->parent();
-  const bool held =
-      child->m_held_by != 0 && std::find(m_children.begin(), m_children.end(), child) != m_children.end();
-  if (!held) append_child(child);
+  hold(child);
   if (old_parent && old_parent != self) old_parent->remove_child(child);
   child->link_to(this);
 }
@@ -89,7 +128,7 @@ void node::parent(boost::shared_ptr<node> p) {
 
   if (const boost::shared_ptr<node> old_parent = parent()) old_parent->remove_child(self);
   link_to(p.get());
-  if (p) p->add_child(self);
+  if (p) p->hold(self);
 }
 
 }  // namespace sg

@@ -101,8 +101,8 @@ class K5AX_API node : public boost::enable_shared_from_this<node> {
 
   /// Makes `child` a child of this node: out of its present parent's list if that is another node, and at the
   /// end of this node's list unless it is there already. An empty pointer does nothing. This node itself or
-  /// one of its ancestors is refused with std::invalid_argument, and nothing changes. A node that no shared
-  /// pointer owns throws boost::bad_weak_ptr.
+  /// one of its ancestors, by parent links or lists of children, is refused with std::invalid_argument, and
+  /// nothing changes. A node that no shared pointer owns throws boost::bad_weak_ptr.
   void add_child(boost::shared_ptr<node> child);
   /// Empties the child's parent link, whether or not it is a child of this node, then removes it from this
   /// node's list. `child` must not be empty.
@@ -218,8 +218,10 @@ class K5AX_API node : public boost::enable_shared_from_this<node> {
   void unlink();
   void take_links_away();
   void append_child(boost::shared_ptr<node> child);
+  void hold(const boost::shared_ptr<node>& child);
   void release_children();
   void clear_links();
+  bool is_linked_to_all_above() const;
   void refuse_cycle(const node& child) const;
 
   static const int _version;

@@ -169,6 +169,57 @@ TEST(AddChild, ResetNodeIsTakenOnceItsFormerChildIsCutLoose) {
   EXPECT_EQ(t.a->parent(), t.a1);
 }
 
+// Those that hold a node in their lists while its link is cut or leads elsewhere are above it all the same: a
+// walk down from them comes by.
+TEST(AddChild, HolderOfANodeThatWasResetIsRefused) {
+  SmallTree t;
+  t.a1->reset();
+  ASSERT_EQ(t.a->children(), std::vector<NodePtr>{t.a1});
+  EXPECT_THROW(t.a1->add_child(t.a), std::invalid_argument);
+  EXPECT_THROW(t.a1->add_child(t.r), std::invalid_argument);
+  EXPECT_TRUE(t.a1->children().empty());
+  EXPECT_EQ(t.a->parent(), t.r);
+  EXPECT_FALSE(t.r->parent());
+}
+
+TEST(AddChild, HolderFurtherUpOfAnAncestorWhoseLinkWasCutIsRefused) {
+  SmallTree t;
+  make_node(9)->remove_child(t.a);
+  EXPECT_THROW(t.a1->add_child(t.r), std::invalid_argument);
+  EXPECT_TRUE(t.a1->children().empty());
+}
+
+TEST(AddChild, HolderOfANodeWhoseLinkLeadsElsewhereIsRefused) {
+  SmallTree t;
+  const NodePtr elsewhere = make_node(9);
+  t.a1->reset();
+  elsewhere->add_child(t.a1);
+  elsewhere->reset();  // lets go of the node and keeps its link
+  ASSERT_EQ(t.a1->parent(), elsewhere);
+  ASSERT_EQ(t.a->children(), std::vector<NodePtr>{t.a1});
+  EXPECT_THROW(t.a1->add_child(t.a), std::invalid_argument);
+  EXPECT_TRUE(t.a1->children().empty());
+}
+
+TEST(AddChild, OneOfTwoHoldersIsRefused) {
+  SmallTree t;
+  t.a1->reset();
+  t.b->add_child(t.a1);  // now in two lists
+  EXPECT_THROW(t.a1->add_child(t.a), std::invalid_argument);
+  EXPECT_THROW(t.a1->add_child(t.b), std::invalid_argument);
+  t.a1->add_child(make_node(9));
+  EXPECT_EQ(ids(t.a1->children()), std::vector<int>{9});
+}
+
+TEST(AddChild, BranchFromElsewhereIsTakenByANodeWhoseLinkWasCut) {
+  SmallTree t;
+  SmallTree other;
+  t.a1->reset();
+  t.a1->add_child(other.a);
+  EXPECT_EQ(other.a->parent(), t.a1);
+  EXPECT_EQ(t.a1->children(), std::vector<NodePtr>{other.a});
+}
+
 TEST(AddChild, NodeFromBesideAnAncestorIsTaken) {
   SmallTree t;
   t.a1->add_child(t.b);
@@ -348,6 +399,14 @@ TEST(SetParent, RefusalChangesNothing) {
   EXPECT_EQ(ids(t.r->children()), (std::vector<int>{2, 4}));
   EXPECT_TRUE(t.a1->children().empty());
   EXPECT_EQ(t.a1->parent(), t.a);
+}
+
+TEST(SetParent, DescendantThatWasResetIsRefused) {
+  SmallTree t;
+  t.a1->reset();
+  EXPECT_THROW(t.r->parent(t.a1), std::invalid_argument);
+  EXPECT_FALSE(t.r->parent());
+  EXPECT_TRUE(t.a1->children().empty());
 }
 
 TEST(SetParent, FormerChildThatStillLeadsHereIsRefused) {
