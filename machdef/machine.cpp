@@ -1,6 +1,7 @@
 // md::CMachDef: how a machine is made, emptied, converted between units, and what it keeps for the host.
 #include <k5ax/machdef.h>
 
+#include <algorithm>
 #include <new>
 #include <utility>
 
@@ -54,7 +55,7 @@ void CMachDef::remove_axes() {
 
   // A root may hang below a node of somebody else's, whose tree must not go on holding what is parked here.
   for (const std::vector<boost::shared_ptr<sg::node>>& nodes : m_nodes)
-    if (!nodes.empty() && nodes.front())
+    if (!nodes.empty())
       if (sg::node* const above = nodes.front()->parent_ptr()) above->remove_child(nodes.front());
 
   m_SG[0].reset();
@@ -64,18 +65,24 @@ void CMachDef::remove_axes() {
   m_tool_node.reset();
 
   // All are cut loose first, so that none is another's child when it is parked. A node that stands in both
-  // lists is given back once. (Empty places are what is left where memory ran out in an earlier call.)
+  // lists is given back once.
   for (const std::vector<boost::shared_ptr<sg::node>>& nodes : m_nodes)
-    for (const boost::shared_ptr<sg::node>& n : nodes)
-      if (n) {
-        n->reset();
-        n->m_listed = true;
-      }
-  for (std::vector<boost::shared_ptr<sg::node>>& nodes : m_nodes) {
-    for (boost::shared_ptr<sg::node>& n : nodes)
-      if (n && std::exchange(n->m_listed, false)) give_back(std::move(n));
-    nodes.clear();
+    for (const boost::shared_ptr<sg::node>& n : nodes) {
+      n->reset();
+      n->m_listed = true;
+    }
+  try {
+    for (std::vector<boost::shared_ptr<sg::node>>& nodes : m_nodes)
+      for (boost::shared_ptr<sg::node>& n : nodes)
+        if (std::exchange(n->m_listed, false)) give_back(std::move(n));
+  } catch (const std::bad_alloc&) {
+    // What is parked, or lost on the way, leaves both lists: they are posed by, and given back another time.
+    const auto is_gone = [](const boost::shared_ptr<sg::node>& n) { return !n || !n->m_listed; };
+    for (std::vector<boost::shared_ptr<sg::node>>& nodes : m_nodes)
+      nodes.erase(std::remove_if(nodes.begin(), nodes.end(), is_gone), nodes.end());
+    throw;
   }
+  for (std::vector<boost::shared_ptr<sg::node>>& nodes : m_nodes) nodes.clear();
 }
 
 // In the order of all_nodes, and with the room that the update needs.

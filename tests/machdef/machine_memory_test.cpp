@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-#include <k5ax/machdef.h>
+#include <k5ax/kinematics.h>
 
 #include "axes/axis_support.h"
 #include "machdef/machine_support.h"
@@ -105,6 +105,82 @@ TEST(ResetWithoutMemory, IsFinishedByTheNextOne) {
         ++failures;
       });
   EXPECT_EQ(failures, 5 + 8);
+}
+
+TEST(ResetWithoutMemory, LeavesAMachineThatCanBePosed) {
+  std::unique_ptr<CMachDef> machdef;
+  int failures = 0;
+  fail_each_allocation(
+      MemoryShortage::kOnce,
+      [&] {
+        empty_pools();
+        machdef = listed_machine();
+        empty_pools();
+      },
+      [&machdef] { machdef->reset(); },
+      [&](bool thrown) {
+        EXPECT_TRUE(thrown);
+        UpdateNodeAxes_2(machdef.get(), 1, 2, 3, 0, 0, 0);
+        ++failures;
+      });
+  EXPECT_EQ(failures, 5 + 8);
+}
+
+TEST(ResetWithoutMemory, ParksANodeOfBothListsOnce) {
+  const NodePtr shared = k5ax_test::plain_node(1);
+  for (int id = 2; id < 8; ++id) shared->add_child(k5ax_test::plain_node(id));
+  CMachDef source;
+  source.SG()[0] = shared;
+  const Bytes one_tree = k5ax_test::saved(source);
+  // Both roots are node 0 of the record: the second index from the end of the five before the discipline.
+  Bytes two_trees = one_tree;
+  two_trees.replace(two_trees.size() - 5 * 4, 4, Bytes(4, 0));
+  std::unique_ptr<CMachDef> machdef;
+  int failures = 0;
+  fail_each_allocation(
+      MemoryShortage::kOnce,
+      [&] {
+        empty_pools();
+        machdef = std::make_unique<CMachDef>();
+        k5ax_test::load(*machdef, two_trees);
+        ASSERT_EQ(machdef->SG()[0], machdef->SG()[1]);
+      },
+      [&machdef] { machdef->reset(); },
+      [&](bool thrown) {
+        EXPECT_TRUE(thrown);
+        machdef->reset();
+        const HandedOut handed_out;
+        for (const NodePtr& n : handed_out.plain) EXPECT_EQ(times_in(handed_out.plain, n), 1);
+        ++failures;
+      });
+  EXPECT_EQ(failures, 7);
+}
+
+// More nodes than the update has room for without memory.
+TEST(CloneWithoutMemory, LeavesAMachineThatCanBePosed) {
+  CMachDef source;
+  k5ax_test::give_scene(source);
+  for (int i = 0; i < 40; ++i)
+    source.SG()[1]->add_child(
+        k5ax_test::axis_node(100 + i, AXIS_X, HEAD, {0, 0, 0}, {1, 0, 0}, -1, 1, LINEAR));
+  std::unique_ptr<CMachDef> target;
+  int failures = 0;
+  fail_each_allocation(
+      MemoryShortage::kOnce,
+      [&target] {
+        target = std::make_unique<CMachDef>();
+        empty_pools();
+      },
+      [&] { target->clone(source, 3); },
+      [&](bool thrown) {
+        EXPECT_TRUE(thrown);
+        for (int tree = 0; tree < 2; ++tree)
+          for (const NodePtr& n : md::sg::node::all_nodes(target->SG()[static_cast<std::size_t>(tree)]))
+            n->flags(n->id() >= 100 ? 1 : 0);
+        UpdateNodeAxes_2(target.get(), 1, 2, 3, 0, 0, 0);
+        ++failures;
+      });
+  EXPECT_GT(failures, 2 * 48);
 }
 
 TEST(CloneWithoutMemory, IsGoodWhenItIsMadeAgain) {
