@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <new>
+#include <typeinfo>
 #include <utility>
 
 namespace md {
@@ -14,6 +15,12 @@ constexpr double kInchesPerMillimetre = 1.0 / 25.4;
 
 constexpr unsigned int kToolIsVertical = 1;     // head flags: the tool direction is (0, 0, 1) ...
 constexpr unsigned int kToolIsNotVertical = 2;  // ... unless this is set too
+
+// False for a node of a host's own class, which may scale what is below it in its own way.
+bool is_ours(const sg::node& n) {
+  return typeid(n) == typeid(sg::node) || typeid(n) == typeid(sg::tnode<CAxis2>) ||
+         typeid(n) == typeid(sg::tnode<angled_head>);
+}
 
 // Parks the node in the pool of its kind; without memory for that, the node ends with its last pointer.
 void give_back(boost::shared_ptr<sg::node> n) {
@@ -144,6 +151,11 @@ void CMachDef::copy(const CMachDef& other) {
 void CMachDef::scale(bool metric) {
   if (metric == m_metric) return;
 
+  // Listed before anything changes, so that memory running out leaves the machine as it was.
+  std::vector<boost::shared_ptr<sg::node>> nodes;
+  for (const boost::shared_ptr<sg::node>& root : m_SG)
+    if (root && is_ours(*root)) sg::node::list_nodes(root, nodes);
+
   const double factor = metric ? kMillimetresPerInch : kInchesPerMillimetre;
   CAxis2::scale(m_primary, factor);
   CAxis2::scale(m_secondary, factor);
@@ -151,8 +163,9 @@ void CMachDef::scale(bool metric) {
   m_metric = metric;
   k5ax_angled_head_scale(&m_head, factor);
   // Deliberate: work zero and loading vector stay; the host keeps them in its own unit.
+  for (const boost::shared_ptr<sg::node>& n : nodes) n->scale_node(factor, false);
   for (const boost::shared_ptr<sg::node>& root : m_SG)
-    if (root) root->scale_node(factor, true);
+    if (root && !is_ours(*root)) root->scale_node(factor, true);
 }
 
 void CMachDef::setPrimary(boost::shared_ptr<CAxis2> axis) { m_primary = std::move(axis); }
