@@ -1,5 +1,6 @@
 // Any text as a machine definition: it is refused with a reason, or it is a machine that comes back from text
 // bit for bit and that the library loads.
+#include "fuzz/require.h"
 #include "tool/errors.h"
 #include "tool/machine/machine_reader.h"
 #include "tool/machine/machine_record.h"
@@ -7,17 +8,11 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <string>
 
 namespace {
 
-void require(bool holds, const char* what) {
-  if (holds) return;
-  std::fprintf(stderr, "%s\n", what);
-  std::abort();
-}
+using k5ax_fuzz::require;
 
 bool is_one_line(const std::string& message) { return message.find('\n') == std::string::npos; }
 
