@@ -1,8 +1,8 @@
 // What a host of the fuzzer holds, and the calls that it makes.
 //
 // It keeps to what the headers ask of a host: an object goes back to its pool through its last holder, a
-// pointer that is borrowed from a machine is not kept, an index is within its range, and what must not be null
-// is not.
+// pointer that is borrowed from a machine is not kept, an index is within its range, and what must not be
+// null is not.
 #ifndef K5AX_TESTS_FUZZ_HOST_H
 #define K5AX_TESTS_FUZZ_HOST_H
 

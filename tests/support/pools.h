@@ -13,8 +13,8 @@
 
 namespace k5ax_test {
 
-// Takes axes and nodes of every kind out of their pools and destroys them, so many at a time, until that frees
-// nothing any more.
+// Takes axes and nodes of every kind out of their pools and destroys them, so many at a time, until that
+// frees nothing any more.
 inline void empty_pools(int at_a_time = 100) {
   std::size_t before = 0;
   do {
