@@ -8,7 +8,8 @@
 
 namespace tool {
 
-LineReader::LineReader(Input& input, std::size_t capacity) : m_input(input), m_buffer(capacity) {}
+LineReader::LineReader(Input& input, std::size_t capacity)
+    : m_input(input), m_capacity(capacity), m_buffer(capacity + kReadBehind) {}
 
 bool LineReader::read_more() {
   if (m_at_end) return false;
@@ -18,14 +19,15 @@ bool LineReader::read_more() {
   m_scanned -= m_begin;
   m_end -= m_begin;
   m_begin = 0;
-  if (m_end == m_buffer.size()) {
+  if (m_end == m_capacity) {
     throw InputError(m_input.name() + ":" + std::to_string(m_lines + 1), "",
-                     "a line of more than " + std::to_string(m_buffer.size()) + " bytes",
+                     "a line of more than " + std::to_string(m_capacity) + " bytes",
                      "give a text of short lines, one position in each");
   }
 
-  const std::size_t count = m_input.read(m_buffer.data() + m_end, m_buffer.size() - m_end);
+  const std::size_t count = m_input.read(m_buffer.data() + m_end, m_capacity - m_end);
   m_end += count;
+  m_buffer[m_end] = '\0';  // behind a last line without an end
   m_bytes_read += count;
   m_at_end = count == 0;
   return true;

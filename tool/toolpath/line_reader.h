@@ -3,6 +3,7 @@
 #define K5AX_TOOL_TOOLPATH_LINE_READER_H
 
 #include "tool/toolpath/input.h"
+#include "tool/toolpath/short_number.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -11,7 +12,8 @@
 
 namespace tool {
 
-/// One line of a text. Both views are borrowed from the reader until its next read_more().
+/// One line of a text. Both views are borrowed from the reader until its next read_more(). Right behind the
+/// text stands a control character, and kReadBehind bytes may be read there.
 struct Line {
   std::string_view text;     ///< without its end
   std::string_view end;      ///< "\n", "\r\n", or what the last line has, which may be nothing
@@ -40,9 +42,10 @@ class LineReader {
 
  private:
   Input& m_input;
-  std::vector<char> m_buffer;
-  std::size_t m_begin = 0;    // of what has not been given yet
-  std::size_t m_scanned = 0;  // up to here there is no line end after m_begin
+  std::size_t m_capacity;
+  std::vector<char> m_buffer;  // with kReadBehind bytes behind the capacity
+  std::size_t m_begin = 0;     // of what has not been given yet
+  std::size_t m_scanned = 0;   // up to here there is no line end after m_begin
   std::size_t m_end = 0;
   bool m_at_end = false;
   std::uint64_t m_lines = 0;

@@ -2,6 +2,7 @@
 #include "tool/toolpath/path_table.h"
 
 #include "tool/errors.h"
+#include "tool/toolpath/short_number.h"
 
 #include <algorithm>
 #include <cassert>
@@ -65,17 +66,6 @@ bool is_number(std::string_view text) {
   double value = 0;
   const std::from_chars_result result = std::from_chars(text.data(), text.data() + text.size(), value);
   return result.ec == std::errc() && result.ptr == text.data() + text.size();
-}
-
-// The end of the field at `at` when it is the same as from `begin` to `end`; else null.
-const char* end_if_same(const char* begin, const char* end, const char* at, const char* line_end) {
-  constexpr std::ptrdiff_t kFirst = 8;
-  const std::ptrdiff_t size = end - begin;
-  if (line_end - at < size || size == 0) return nullptr;
-  // Nearly always the fields are of eight characters or more, and differ in those.
-  if (size >= kFirst ? std::memcmp(begin, at, kFirst) != 0 : *begin != *at) return nullptr;
-  if (line_end - at > size && at[size] != ',') return nullptr;
-  return std::memcmp(begin, at, static_cast<std::size_t>(size)) == 0 ? at + size : nullptr;
 }
 
 std::string header_to_write(const TablePlan& plan) {
@@ -163,32 +153,41 @@ void PathTable::read(const Line& line, PathRow& row) {
       at = skip_text(line, at);
     } else {
       const auto place = static_cast<std::size_t>(column);
-      const char* const field = at;
-      at = skip_spaces(at, end);
-      Span& span = m_spans[place];
-      if (const char* const same_end = end_if_same(span.begin, span.end, at, end)) {
-        span = {at, same_end};
-        at = same_end;
-      } else {
-        double& value = m_values[place];
-        const std::from_chars_result result = std::from_chars(at, end, value);
-        span = {at, result.ptr};
-        at = skip_spaces(result.ptr, end);
-        const bool ends = at == end || *at == ',';
-        if (!ends || result.ec != std::errc() || !std::isfinite(value))
-          at = read_odd_number(line, field, place, value);
-        if (m_zero[place] && value != 0) refuse_angle(line, place);
-      }
+      at = read_number(line, at, place);
+      row.values[place] = m_values[place];
     }
     if ((--left == 0) != (at == end)) refuse_count(line);
     if (left > 0) ++at;
   }
-  row.values = m_values;
+}
+
+// The end of the field, which has a number that goes to the place.
+inline const char* PathTable::read_number(const Line& line, const char* field, std::size_t place) {
+  const char* const end = line.text.data() + line.text.size();
+  const char* const begin = skip_spaces(field, end);
+  const char* field_end = read_short_number(begin, m_values[place]);
+  m_spans[place] = {begin, field_end};
+  if (field_end == nullptr || (field_end != end && *field_end != ','))
+    field_end = read_long_number(line, field, place);
+  if (m_zero[place] && m_values[place] != 0) refuse_angle(line, place);
+  return field_end;
+}
+
+// A number with more digits or an exponent, or with blanks behind it.
+const char* PathTable::read_long_number(const Line& line, const char* field, std::size_t place) {
+  const char* const end = line.text.data() + line.text.size();
+  const char* const begin = skip_spaces(field, end);
+  double& value = m_values[place];
+  const std::from_chars_result result = std::from_chars(begin, end, value);
+  m_spans[place] = {begin, result.ptr};
+  const char* const field_end = skip_spaces(result.ptr, end);
+  const bool ends = field_end == end || *field_end == ',';
+  if (!ends || result.ec != std::errc() || !std::isfinite(value)) return read_odd_number(line, field, place);
+  return field_end;
 }
 
 // A number in quotes or with a plus, or what is no number.
-const char* PathTable::read_odd_number(const Line& line, const char* field, std::size_t place,
-                                       double& value) {
+const char* PathTable::read_odd_number(const Line& line, const char* field, std::size_t place) {
   const char* const field_end = skip_text(line, field);
   const std::string name(kPathColumns[place]);
   const std::string_view whole = trimmed({field, static_cast<std::size_t>(field_end - field)});
@@ -198,12 +197,12 @@ const char* PathTable::read_odd_number(const Line& line, const char* field, std:
   if (digits.empty()) refuse(line, shown, name, "empty", "write a number, 0 where the axis stays");
 
   const char* const end = digits.data() + digits.size();
-  const std::from_chars_result result = std::from_chars(digits.data(), end, value);
+  const std::from_chars_result result = std::from_chars(digits.data(), end, m_values[place]);
   if (result.ec == std::errc::result_out_of_range && result.ptr == end) {
     refuse(line, shown, name, quoted(whole) + " is beyond what a double holds",
            "write a number of usual size, 0 where it is next to nothing");
   }
-  if (result.ec != std::errc() || result.ptr != end || !std::isfinite(value))
+  if (result.ec != std::errc() || result.ptr != end || !std::isfinite(m_values[place]))
     refuse(line, shown, name, quoted(whole) + " is not a number", "write one such as -12.5");
 
   m_spans[place] = {whole.data(), whole.data() + whole.size()};

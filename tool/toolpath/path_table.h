@@ -56,13 +56,7 @@ class PathTable {
 
   /// Reads the row's numbers, and keeps where in the line they stand. Throws InputError, with the line, the
   /// place in it and the column.
-  ///
-  /// Whole stretches of a path share an angle or a height: a field that reads as in the row before is not
-  /// parsed again. So the line before must still be there, or forget() has been called.
   void read(const Line& line, PathRow& row);
-
-  /// To be called before the line that was read last goes away.
-  void forget() { m_spans = {}; }
 
   /// Writes the row that was read last, with the values that it has now. Throws InputError for one that is
   /// not finite.
@@ -80,7 +74,9 @@ class PathTable {
   static constexpr int kThrough = -1;
 
   void require_columns(const Line& header, const TablePlan& plan) const;
-  const char* read_odd_number(const Line& line, const char* field, std::size_t place, double& value);
+  const char* read_number(const Line& line, const char* field, std::size_t place);
+  const char* read_long_number(const Line& line, const char* field, std::size_t place);
+  const char* read_odd_number(const Line& line, const char* field, std::size_t place);
   const char* skip_text(const Line& line, const char* field) const;
   [[noreturn]] void refuse(const Line& line, const char* place, const std::string& column,
                            const std::string& value, const std::string& remedy) const;

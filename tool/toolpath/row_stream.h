@@ -59,7 +59,6 @@ std::uint64_t stream_rows(Input& input, const TablePlan& plan, Output& output, P
       table.write(line, row, output);
       ++rows;
     }
-    table.forget();
     output.pass_on();
     progress.update(reader.bytes_read());
   } while (reader.read_more());

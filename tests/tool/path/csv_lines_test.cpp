@@ -63,6 +63,19 @@ TEST(CsvLines, EndInTheVeryLastByte) {
   EXPECT_EQ(lines_of("a\n", 1, 8), (std::vector<std::string>{"1:a|\n"}));
 }
 
+// Whoever reads a number reads on until something else comes. In the buffer stands the text of before.
+TEST(CsvLines, HaveAControlCharacterBehindThemEvenAtTheVeryEnd) {
+  Pieces pieces("a,b\n1234567\n12", 4);
+  std::istream stream(&pieces);
+  Input input("-", stream);
+  LineReader reader(input, 8);
+  std::string behind;
+  Line line;
+  while (reader.read_more())
+    while (reader.next(line)) behind += line.text.data()[line.text.size()];
+  EXPECT_EQ(behind, std::string("\n\n\0", 3));
+}
+
 TEST(CsvLines, AsLongAsTheBufferAreRead) {
   EXPECT_EQ(lines_of("a\n1234567\n", 3, 8), (std::vector<std::string>{"1:a|\n", "2:1234567|\n"}));
 }
