@@ -8,6 +8,9 @@
 #include <cassert>
 #include <cerrno>
 #include <charconv>
+#include <cmath>
+#include <cstdint>
+#include <cstdlib>
 #include <cstring>
 #include <ostream>
 #include <utility>
@@ -24,17 +27,45 @@ void write_to(std::ostream& stream, const char* data, std::size_t size) {
                    "make room or write elsewhere");
 }
 
+// "-12.5" for -12500000.
+char* write_millionths(char* at, char* end, std::int64_t millionths) {
+  constexpr std::int64_t kMillion = 1000000;
+  if (millionths < 0) *at++ = '-';
+  const std::int64_t size = std::abs(millionths);
+  at = std::to_chars(at, end, size / kMillion).ptr;
+  std::int64_t decimals = size % kMillion;
+  if (decimals == 0) return at;
+
+  *at++ = '.';
+  for (int place = 5; place >= 0; --place, decimals /= 10) at[place] = static_cast<char>('0' + decimals % 10);
+  at += 6;
+  while (at[-1] == '0') --at;
+  return at;
+}
+
+// The shortest decimals of a path that is converted back are few where its numbers had few at first, and
+// finding that out is what takes std::to_chars longest. Two numbers of 15 digits at most are never the same
+// double, so where one of six decimals is the value, there is no shorter one.
+char* write_number(char* at, char* end, double value) {
+  constexpr double kMillion = 1e6;
+  constexpr double kBelow = 1e15;
+  const double scaled = value * kMillion;
+  if (std::abs(scaled) < kBelow) {
+    const auto millionths = static_cast<std::int64_t>(scaled + std::copysign(0.5, scaled));
+    if (static_cast<double>(millionths) / kMillion == value) return write_millionths(at, end, millionths);
+  }
+  const std::to_chars_result result = std::to_chars(at, end, value, std::chars_format::fixed);
+  assert(result.ec == std::errc());
+  return result.ptr;
+}
+
 }  // namespace
 
 Output::Output(Sink sink) : m_sink(std::move(sink)), m_buffer(kMostAtOnce) {}
 
 void Output::put_number(double value) {
   char* const begin = m_buffer.data() + m_end;
-  // Adding zero makes a zero of minus zero and leaves every other value as it is.
-  const std::to_chars_result result =
-      std::to_chars(begin, m_buffer.data() + m_buffer.size(), value + 0.0, std::chars_format::fixed);
-  assert(result.ec == std::errc());
-  m_end += static_cast<std::size_t>(result.ptr - begin);
+  m_end += static_cast<std::size_t>(write_number(begin, m_buffer.data() + m_buffer.size(), value) - begin);
 }
 
 void Output::pass_on() {

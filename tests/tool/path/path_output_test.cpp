@@ -1,6 +1,7 @@
 // How numbers are written, and what becomes of files.
 #include <gtest/gtest.h>
 
+#include <charconv>
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>
@@ -38,6 +39,27 @@ TEST(PathOutput, WritesPlainDecimals) {
 }
 
 TEST(PathOutput, WritesNoMinusBeforeZero) { EXPECT_EQ(written(-0.0), "0"); }
+
+// What std::to_chars takes for the shortest: of numbers with few decimals, of the doubles next to those, and
+// of what is too large to be told by its millionths.
+TEST(PathOutput, WritesTheShortestDecimals) {
+  std::mt19937_64 random(19);
+  int tried = 0;
+  for (double power = 1; power <= 1e9; power *= 10) {
+    for (int i = 0; i < 20000; ++i) {
+      const auto digits = static_cast<std::int64_t>(random() >> (11 + random() % 50));  // below 2^53
+      const double near = (i % 2 == 0 ? 1 : -1) * static_cast<double>(digits) / power;
+      for (const double value : {near, std::nextafter(near, 0.0), std::nextafter(near, 1e300)}) {
+        char shortest[400];
+        char* const end =
+            std::to_chars(shortest, shortest + sizeof shortest, value + 0.0, std::chars_format::fixed).ptr;
+        ASSERT_EQ(written(value), std::string(shortest, end));
+        ++tried;
+      }
+    }
+  }
+  EXPECT_EQ(tried, 10 * 20000 * 3);
+}
 
 TEST(PathOutput, HasRoomForEveryNumber) {
   for (const double value : {std::numeric_limits<double>::max(), std::numeric_limits<double>::denorm_min(),
