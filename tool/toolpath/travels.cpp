@@ -1,7 +1,7 @@
 // How far each axis of a machine goes on a tool path, against the travel that it has.
 #include "tool/toolpath/travels.h"
 
-#include <limits>
+#include <algorithm>
 
 namespace tool {
 namespace {
@@ -11,10 +11,13 @@ namespace {
 // it. No control resolves as little as this.
 constexpr double kSlack = 1e-9;
 
+bool allows(const Travel& travel, double value) {
+  return value >= travel.limit_min - kSlack && value <= travel.limit_max + kSlack;
+}
+
 }  // namespace
 
 void Travels::add(const md::CAxis2& axis, bool rotary) {
-  constexpr double kInfinity = std::numeric_limits<double>::infinity();
   const double factor = rotary ? math::R2D : 1;
   Travel travel;
   travel.axis = AXIS_TYPE2String(axis.GetAxis());
@@ -22,26 +25,26 @@ void Travels::add(const md::CAxis2& axis, bool rotary) {
   travel.limit_min = axis.GetMin() * factor;
   travel.limit_max = axis.GetMax() * factor;
   m_travels.push_back(travel);
-  m_ranges.push_back({travel.limit_min - kSlack, travel.limit_max + kSlack, kInfinity, -kInfinity});
+  m_ranges.push_back({travel.used_min, travel.used_max});
 }
 
-std::vector<Travel> Travels::all() const {
-  std::vector<Travel> travels = m_travels;
-  for (std::size_t i = 0; i < travels.size(); ++i) {
-    travels[i].used_min = m_ranges[i].used_min;
-    travels[i].used_max = m_ranges[i].used_max;
-  }
-  return travels;
-}
-
-void Travels::take_out(std::uint64_t line, const double* values) {
-  const bool keep = m_rows_out++ < kRowsKept;
+void Travels::take_new(std::uint64_t line, const double* values) {
+  bool any_out = false;
   for (std::size_t i = 0; i < m_travels.size(); ++i) {
     Travel& travel = m_travels[i];
-    if (m_ranges[i].allows(values[i])) continue;
+    const double value = values[i];
+    travel.used_min = value < travel.used_min ? value : travel.used_min;
+    travel.used_max = value > travel.used_max ? value : travel.used_max;
+    if (allows(travel, value)) {
+      m_ranges[i].known_min = std::min(m_ranges[i].known_min, value);
+      m_ranges[i].known_max = std::max(m_ranges[i].known_max, value);
+      continue;
+    }
+    any_out = true;
     if (travel.rows_out++ == 0) travel.first_line_out = line;
-    if (keep) m_kept.push_back({line, i, values[i]});
+    if (m_rows_out < kRowsKept) m_kept.push_back({line, i, value});
   }
+  if (any_out) ++m_rows_out;
 }
 
 void Travels::take_unreached(std::uint64_t line) {

@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -17,8 +18,8 @@ struct Travel {
   bool rotary = false;
   double limit_min = 0;
   double limit_max = 0;
-  double used_min = 0;  ///< with used_max: nothing while no row was taken
-  double used_max = 0;
+  double used_min = std::numeric_limits<double>::infinity();  ///< beyond used_max while no row was taken
+  double used_max = -std::numeric_limits<double>::infinity();
   std::uint64_t rows_out = 0;
   std::uint64_t first_line_out = 0;  ///< 0 while there is none
 };
@@ -44,21 +45,17 @@ class Travels {
   /// Takes the values of a row, one for every axis in the order of their places, degrees for a rotary one.
   void take(std::uint64_t line, const double* values) {
     ++m_rows;
-    bool any_out = false;
-    for (std::size_t i = 0; i < m_ranges.size(); ++i) {
-      Range& range = m_ranges[i];
-      range.used_min = values[i] < range.used_min ? values[i] : range.used_min;
-      range.used_max = values[i] > range.used_max ? values[i] : range.used_max;
-      any_out |= !range.allows(values[i]);
-    }
-    if (any_out) take_out(line, values);
+    bool all_known = true;
+    for (std::size_t i = 0; i < m_ranges.size(); ++i)
+      all_known &= values[i] >= m_ranges[i].known_min && values[i] <= m_ranges[i].known_max;
+    if (!all_known) take_new(line, values);
   }
 
   /// Takes a row that the slides cannot reach.
   void take_unreached(std::uint64_t line);
 
   /// The axes, in the order of their places.
-  std::vector<Travel> all() const;
+  const std::vector<Travel>& all() const { return m_travels; }
 
   const std::vector<OutOfTravel>& kept() const { return m_kept; }
   std::uint64_t rows() const { return m_rows; }          ///< taken, those not reached among them
@@ -66,19 +63,15 @@ class Travels {
   std::uint64_t rows_unreached() const { return m_rows_unreached; }
 
  private:
-  // What every row is held against.
+  // Between the known values a row changes nothing: they are used, and within the limits.
   struct Range {
-    double least;  // the limits, with some slack
-    double most;
-    double used_min;
-    double used_max;
-
-    bool allows(double value) const { return value >= least && value <= most; }
+    double known_min;
+    double known_max;
   };
 
-  void take_out(std::uint64_t line, const double* values);
+  void take_new(std::uint64_t line, const double* values);
 
-  std::vector<Travel> m_travels;  // without what they have used
+  std::vector<Travel> m_travels;
   std::vector<Range> m_ranges;
   std::vector<OutOfTravel> m_kept;
   std::uint64_t m_rows = 0;

@@ -73,6 +73,23 @@ TEST(PathTravels, GoFromTheLeastToTheMost) {
   EXPECT_EQ(travels.all()[1].used_max, 5);
 }
 
+// Rows between values that were in before are passed over: those just beyond them must not be.
+TEST(PathTravels, AreWatchedBeyondWhatWasInBefore) {
+  Travels travels = two_axes();
+  take(travels, 2, 5, 0);
+  take(travels, 3, 25, 0);
+  take(travels, 4, 18, 0);
+  take(travels, 5, 22, 0);
+  take(travels, 6, -8, 0);
+  take(travels, 7, -11, 0);
+  take(travels, 8, -9, 0);
+  EXPECT_EQ(travels.rows(), 7U);
+  EXPECT_EQ(travels.rows_out(), 3U);
+  EXPECT_EQ(travels.all()[0].rows_out, 3U);
+  EXPECT_EQ(travels.all()[0].used_min, -11);
+  EXPECT_EQ(travels.all()[0].used_max, 25);
+}
+
 TEST(PathTravels, CountARowOnceWhereTwoAxesAreOut) {
   Travels travels = two_axes();
   take(travels, 2, 30, 120);
