@@ -30,16 +30,4 @@ bool shows_progress(const std::string& output, const Context& context) {
   return context.progress && (names_file(output) || isatty(STDOUT_FILENO) != 1);
 }
 
-Geometry::TPoint<double> xyz_of(const PathRow& row) { return {row.values[0], row.values[1], row.values[2]}; }
-
-Geometry::TPoint<double> abc_of(const PathRow& row) {
-  return Geometry::TPoint<double>(row.values[3], row.values[4], row.values[5]) * math::D2R;
-}
-
-void set_xyz(PathRow& row, const Geometry::TPoint<double>& p) {
-  row.values[0] = p.x;
-  row.values[1] = p.y;
-  row.values[2] = p.z;
-}
-
 }  // namespace tool

@@ -27,11 +27,19 @@ std::array<bool, 3> rotary_letters(const md::CMachDef& machine);
 bool shows_progress(const std::string& output, const Context& context);
 
 /// The row's x, y, z, and its a, b, c in radians.
-Geometry::TPoint<double> xyz_of(const PathRow& row);
-Geometry::TPoint<double> abc_of(const PathRow& row);
+inline Geometry::TPoint<double> xyz_of(const PathRow& row) {
+  return {row.values[0], row.values[1], row.values[2]};
+}
+inline Geometry::TPoint<double> abc_of(const PathRow& row) {
+  return Geometry::TPoint<double>(row.values[3], row.values[4], row.values[5]) * math::D2R;
+}
 
 /// Puts a point into the row's x, y, z.
-void set_xyz(PathRow& row, const Geometry::TPoint<double>& p);
+inline void set_xyz(PathRow& row, const Geometry::TPoint<double>& p) {
+  row.values[0] = p.x;
+  row.values[1] = p.y;
+  row.values[2] = p.z;
+}
 
 }  // namespace tool
 

@@ -97,27 +97,40 @@ class TravelWatch {
   bool m_has_slides = false;
 };
 
-// Gives the row its new numbers, and tells where the machine stands in it.
-TPoint<double> convert_row(const md::CMachDef& machine, bool to_machine, const TPoint<double>& abc,
-                           PathRow& row) {
-  const TPoint<double> p_given = xyz_of(row);
-  if (to_machine) {
-    const TPoint<double> p_mach = machine.Part2MachCoords(p_given, abc);
-    set_xyz(row, p_mach);
-    return p_mach;
+// Points, one way or the other.
+//
+//     p_mach  =  p_part * Q(secondary, -a2) * Q(primary, -a1)
+//     p_part  =  p_mach * Q(primary, a1) * Q(secondary, a2)
+//
+// So to the part goes what goes to the machine once the axes are exchanged and the angles negated, to the
+// same bits. That leaves out the tool direction, which Mach2PartCoords turns as well and nobody asks for
+// here. A machine without rotary axes has no angles but zeros on that way, see plan_for().
+class Conversion {
+ public:
+  Conversion(const md::CMachDef& machine, bool to_machine) : m_to_machine(to_machine) {
+    m_machine.clone(machine, 1);
+    if (to_machine) return;
+
+    const boost::shared_ptr<md::CAxis2> primary = m_machine.getPrimary();
+    m_machine.setPrimary(m_machine.getSecondary());
+    m_machine.setSecondary(primary);
   }
-  TPoint<double> p_part;
-  TPoint<double> d_tool_part;  // not asked for
-  machine.Mach2PartCoords(p_given, abc, p_part, d_tool_part);
-  set_xyz(row, p_part);
-  return p_given;
-}
+
+  TPoint<double> apply(const TPoint<double>& p, const TPoint<double>& abc) const {
+    return m_machine.Part2MachCoords(p, m_to_machine ? abc : -abc);
+  }
+
+ private:
+  md::CMachDef m_machine;
+  bool m_to_machine;
+};
 
 void run_path(const PathOptions& options, Context& context) {
   const std::unique_ptr<md::CMachDef> machine = read_valid_machine(options.machine);
   const TablePlan plan = plan_for(*machine, options);
   TravelWatch watch(*machine);
   const bool to_machine = options.to_machine();
+  const Conversion conversion(*machine, to_machine);
   const bool watches = !options.no_travel;
   std::uint64_t rows = 0;
 
@@ -126,8 +139,10 @@ void run_path(const PathOptions& options, Context& context) {
     Progress progress(context.err, shows_progress(options.output, context), input.size());
     rows = stream_rows(input, plan, output, progress, [&](PathRow& row) {
       const TPoint<double> abc = abc_of(row);
-      const TPoint<double> p_mach = convert_row(*machine, to_machine, abc, row);
-      if (watches) watch.take(row, p_mach, abc);
+      const TPoint<double> p_given = xyz_of(row);
+      const TPoint<double> p_new = conversion.apply(p_given, abc);
+      set_xyz(row, p_new);
+      if (watches) watch.take(row, to_machine ? p_new : p_given, abc);
     });
   });
 
