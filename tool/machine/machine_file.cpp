@@ -32,6 +32,11 @@ std::string read_text(const std::string& path) {
   return text;
 }
 
+bool ends_in(const std::string& path, const std::string& small, const std::string& capital) {
+  const std::string ending = path.size() < small.size() ? "" : path.substr(path.size() - small.size());
+  return ending == small || ending == capital;
+}
+
 struct LoadedMachine {
   std::unique_ptr<md::CMachDef> machine;
   std::string bytes;  // what was read for it
@@ -56,9 +61,12 @@ LoadedMachine load(const std::string& path) {
 
 }  // namespace
 
-bool is_text_file(const std::string& path) {
-  const std::string ending = path.size() < 5 ? "" : path.substr(path.size() - 5);
-  return ending == ".json" || ending == ".JSON";
+bool is_text_file(const std::string& path) { return ends_in(path, ".json", ".JSON"); }
+
+void require_machine_ending(const std::string& argument, const std::string& path) {
+  if (is_text_file(path) || ends_in(path, ".k5m", ".K5M")) return;
+  throw UsageError(argument + ": " + path + " ends neither in .json nor in .k5m",
+                   "name it .json for text or .k5m for binary");
 }
 
 std::unique_ptr<md::CMachDef> read_machine(const std::string& path) {

@@ -1,4 +1,4 @@
-// Machine definitions in files, by the file name's ending: .json is text, anything else is binary.
+// Machine definitions in files, by the name's ending: .json is text, anything else that is read is binary.
 #ifndef K5AX_TOOL_MACHINE_MACHINE_FILE_H
 #define K5AX_TOOL_MACHINE_MACHINE_FILE_H
 
@@ -11,6 +11,12 @@ namespace tool {
 
 /// True for a name that ends in .json, in small or capital letters.
 bool is_text_file(const std::string& path);
+
+/// Throws UsageError for a name that does not say what to write: .json, or .k5m for binary, in small or
+/// capital letters. With a slip in it, it would become a binary file that nobody asked for.
+///
+/// @param argument  what the command line calls it
+void require_machine_ending(const std::string& argument, const std::string& path);
 
 /// The machine in the file, its lists of nodes made, so that it can be posed. Throws InputError for a file
 /// that cannot be read and for one that holds no machine definition.

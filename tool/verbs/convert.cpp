@@ -44,9 +44,11 @@ void change_units(MachineRecord& machine, bool to_metric, const std::string& fil
 }
 
 void convert(const Options& options, Context& context) {
+  const bool to_output = options.to == "-";
+  if (!to_output) require_machine_ending("OUT", options.to);
   MachineRecord machine = read_record(options.from);
   if (!options.units.empty()) change_units(machine, options.units == "mm", options.from, context.err);
-  if (options.to == "-")
+  if (to_output)
     context.out << write_machine_text(machine, options.from);
   else
     write_record(machine, options.to, options.from);
@@ -59,7 +61,7 @@ void add_convert(CLI::App& app, Context& context) {
   auto options = std::make_shared<Options>();
   add_file(*verb, "IN", options->from, "The machine definition; .json is text, any other ending binary");
   add_file(*verb, "OUT", options->to,
-           "The file to write, by the same endings; - for text on standard output");
+           "The file to write: .json for text, .k5m for binary; - for text on standard output");
   verb->add_option("--units", options->units, "Convert every length: mm or inch")
       ->check(CLI::IsMember({"mm", "inch"}))
       ->option_text("mm|inch");

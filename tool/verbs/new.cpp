@@ -23,10 +23,11 @@ struct Options {
 
 void start(const Options& options, Context& context) {
   const std::string text(starting_point(options.type));
-  if (options.path.empty()) {
+  if (options.path.empty() || options.path == "-") {
     context.out << text;
     return;
   }
+  require_machine_ending("-o", options.path);
   // Not by what the path leads to: a link that leads nowhere is somebody's too.
   std::error_code ignored;
   const bool is_there = std::filesystem::exists(std::filesystem::symlink_status(options.path, ignored));

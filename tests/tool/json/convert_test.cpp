@@ -1,4 +1,5 @@
 // k5ax convert, as a process.
+#include <filesystem>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -42,6 +43,20 @@ TEST(Convert, TakesAnEndingInCapitals) {
   const std::string folder = make_folder("capitals");
   EXPECT_EQ(run_tool({"convert", shipped("head_head_fork.k5m"), folder + "/FORK.JSON"}).exit_code, 0);
   EXPECT_EQ(read_file(folder + "/FORK.JSON").substr(0, 1), "{");
+}
+
+TEST(Convert, RefusesAnEndingThatDoesNotSayWhatToWrite) {
+  const std::string folder = make_folder("endings");
+  for (const std::string name : {"m.txt", "m", "json", "m.json.bak", "m.k5", "m.k5m~"}) {
+    const Ended ended = run_tool({"convert", shipped("head_head_fork.json"), name}, {"", folder});
+    EXPECT_EQ(ended.exit_code, 2) << ended;
+    EXPECT_EQ(ended.err,
+              "k5ax: OUT: " + name +
+                  " ends neither in .json nor in .k5m; name it .json for text or .k5m for binary\n");
+    EXPECT_FALSE(std::filesystem::exists(folder + "/" + name)) << name;
+  }
+  EXPECT_EQ(run_tool({"convert", shipped("head_head_fork.json"), folder + "/FORK.K5M"}).exit_code, 0);
+  EXPECT_TRUE(read_file(folder + "/FORK.K5M") == read_file(shipped("head_head_fork.k5m")));
 }
 
 TEST(Convert, SaysWhatItConvertedToInches) {

@@ -69,6 +69,20 @@ TEST(New, WritesABinaryFileByItsEnding) {
   EXPECT_TRUE(machine.is_valid());
 }
 
+TEST(New, RefusesAnEndingThatDoesNotSayWhatToWrite) {
+  const std::string folder = make_folder("new_ending");
+  const Ended ended = run_tool({"new", "head-table", "-o", "mine.txt"}, {"", folder});
+  EXPECT_EQ(ended.exit_code, 2);
+  EXPECT_EQ(
+      ended.err,
+      "k5ax: -o: mine.txt ends neither in .json nor in .k5m; name it .json for text or .k5m for binary\n");
+  EXPECT_FALSE(std::filesystem::exists(folder + "/mine.txt"));
+}
+
+TEST(New, TakesADashForStandardOutput) {
+  EXPECT_EQ(run_tool({"new", "head-head", "-o", "-"}).out, run_tool({"new", "head-head"}).out);
+}
+
 TEST(New, DoesNotReplaceAFile) {
   const std::string folder = make_folder("new_again");
   write_file(folder + "/mine.json", "precious");
