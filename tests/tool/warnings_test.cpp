@@ -126,6 +126,24 @@ TEST(AxisWarnings, NameLimitsThatLookLikeDegrees) {
   EXPECT_EQ(rules(axis_warnings(*machine)), Rules({"limits-in-degrees"}));
 }
 
+// From -2.1 to 0.5 are -120 to 30 degrees in radians, written where degrees belong.
+TEST(AxisWarnings, NameTravelThatLooksLikeRadians) {
+  const auto machine = shipped(kTrunnion);
+  const auto warnings_of = [&machine](double min_deg, double max_deg) {
+    machine->getPrimary()->SetMin(min_deg * math::D2R);
+    machine->getPrimary()->SetMax(max_deg * math::D2R);
+    return axis_warnings(*machine);
+  };
+  ASSERT_EQ(rules(warnings_of(-2.1, 0.5)), Rules({"limits-in-radians"}));
+  EXPECT_EQ(warnings_of(-2.1, 0.5)[0].line(),
+            "primary axis A: travel is only from -2.1 deg to 0.5 deg; if the limits were meant as radians, "
+            "multiply them by 57.29577951308232");
+  // A turn has 6.283 radians.
+  EXPECT_EQ(rules(warnings_of(0, 6.283)), Rules({"limits-in-radians"}));
+  EXPECT_EQ(rules(warnings_of(0, 6.284)), Rules());
+  EXPECT_EQ(rules(warnings_of(-5, 5)), Rules());
+}
+
 // 0.6, 0.8 and 0.1: the length is sqrt(1.01).
 TEST(AxisWarnings, NameADirectionThatIsNoUnitVector) {
   const auto machine = shipped(kFork);

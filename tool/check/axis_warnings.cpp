@@ -83,6 +83,11 @@ void look_at_limits(const Slot& slot, const char* unit, Findings& findings) {
     findings.push_back({"limits-in-degrees", place_of(slot),
                         "limits " + exact(min) + " and " + exact(max) + " radians are whole numbers",
                         "if they were meant as degrees, divide them by 57.29577951308232"});
+  } else if (axis.mode() == ROTARY && max > min && max - min <= math::m_2pi * math::D2R) {
+    // In degrees no more than a turn has radians: too little for machining.
+    findings.push_back({"limits-in-radians", place_of(slot),
+                        "travel is only from " + limit + " to " + axis_value(axis, max, unit),
+                        "if the limits were meant as radians, multiply them by 57.29577951308232"});
   }
 }
 
