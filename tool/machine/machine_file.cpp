@@ -52,7 +52,8 @@ LoadedMachine load(const std::string& path) {
     loaded.machine->serialize(stream);
     loaded.bytes = stream.bytes();
   } catch (const IIO::FileError& error) {
-    throw InputError(path, "", reason_of(error, path), "give a machine definition that is there and whole");
+    throw InputError(path, "", reason_of(error, path),
+                     "give a machine definition that is there and whole, .k5m or .json");
   } catch (const std::runtime_error& error) {
     throw InputError(path, "", error.what(), "give a machine definition, .k5m or .json");
   }

@@ -109,7 +109,7 @@ TEST(Convert, NamesADamagedFile) {
   EXPECT_EQ(ended.exit_code, 3);
   EXPECT_EQ(ended.err,
             "k5ax: cut.k5m: cannot read: unexpected end of file; give a machine definition that is there and "
-            "whole\n");
+            "whole, .k5m or .json\n");
 }
 
 TEST(Convert, LeavesTheOldFileWhenTheInputIsBad) {
