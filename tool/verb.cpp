@@ -1,6 +1,9 @@
 // What the verbs' command lines have in common, so that all of them read alike.
 #include "tool/verb.h"
 
+#include <CLI/CLI.hpp>
+
+#include <memory>
 #include <sstream>
 
 namespace tool {
@@ -43,23 +46,56 @@ class HelpFormatter : public CLI::Formatter {
   }
 };
 
+CLI::Option& add_shown(CLI::App& app, const std::string& names, const std::string& shown, std::string& value,
+                       const std::string& description) {
+  return *app.add_option(names, value, description)->type_name(shown)->option_text(shown);
+}
+
 }  // namespace
 
-std::shared_ptr<CLI::Formatter> help_formatter() { return std::make_shared<HelpFormatter>(); }
+Verb::Verb(CLI::App& app, const std::string& name, const std::string& description)
+    : m_app(*app.add_subcommand(name, description)) {}
 
-void add_json_flag(CLI::App& verb, Context& context) {
-  verb.add_flag("--json", context.json, "Print JSON, for programs");
+void Verb::say_more(const std::string& lines) { m_app.description(m_app.get_description() + ".\n" + lines); }
+
+void Verb::add_argument(const std::string& name, std::string& value, const std::string& description) {
+  m_app.add_option(name, value, description)->required()->type_name("FILE")->option_text(" ");
 }
 
-CLI::Option* add_file(CLI::App& verb, const std::string& name, std::string& path,
+void Verb::add_argument(const std::string& name, std::string& value, const std::vector<std::string>& words,
+                        const std::string& description) {
+  m_app.add_option(name, value, description)->required()->check(CLI::IsMember(words))->option_text(" ");
+}
+
+void Verb::add_option(const std::string& names, const std::string& shown, std::string& value,
                       const std::string& description) {
-  return verb.add_option(name, path, description)->required()->type_name("FILE")->option_text(" ");
+  add_shown(m_app, names, shown, value, description);
 }
 
-void set_examples(CLI::App& verb, std::initializer_list<const char*> command_lines) {
+void Verb::add_option(const std::string& names, const std::string& shown, std::string& value,
+                      const std::vector<std::string>& words, const std::string& description) {
+  add_shown(m_app, names, shown, value, description).check(CLI::IsMember(words));
+}
+
+void Verb::add_required_option(const std::string& names, const std::string& shown, std::string& value,
+                               const std::vector<std::string>& words, const std::string& description) {
+  add_shown(m_app, names, shown, value, description).check(CLI::IsMember(words))->required();
+}
+
+void Verb::add_flag(const std::string& names, bool& value, const std::string& description) {
+  m_app.add_flag(names, value, description);
+}
+
+void Verb::add_json_flag(Context& context) { add_flag("--json", context.json, "Print JSON, for programs"); }
+
+void Verb::set_examples(std::initializer_list<const char*> command_lines) {
   std::string text = command_lines.size() == 1 ? "Example:" : "Examples:";
   for (const char* line : command_lines) text += std::string("\n  ") + line;
-  verb.footer(text);
+  m_app.footer(text);
 }
+
+void Verb::set_work(const std::function<void()>& work) { m_app.callback(work); }
+
+void set_help_format(CLI::App& app) { app.formatter(std::make_shared<HelpFormatter>()); }
 
 }  // namespace tool

@@ -11,10 +11,12 @@
 #include "tool/verbs/pose.h"
 #include "tool/verbs/wrap.h"
 
+#include <CLI/CLI.hpp>
+
 namespace tool {
 
 void add_verbs(CLI::App& app, Context& context) {
-  app.formatter(help_formatter());
+  set_help_format(app);
   app.set_version_flag("--version", "k5ax " K5AX_TOOL_VERSION, "Print the version and end");
   app.set_help_flag("-h,--help", "Print this help and end");
   app.require_subcommand(1);

@@ -3,11 +3,8 @@
 
 #include "tool/errors.h"
 #include "tool/machine/machine_file.h"
-#include "tool/toolpath/output.h"
 
 #include <cstddef>
-
-#include <unistd.h>
 
 namespace tool {
 
@@ -24,10 +21,6 @@ std::array<bool, 3> rotary_letters(const md::CMachDef& machine) {
     if (axis && axis->GetAxis() >= AXIS_A && axis->GetAxis() <= AXIS_Z)
       has[static_cast<std::size_t>(axis->GetAxis()) % 3] = true;
   return has;
-}
-
-bool shows_progress(const std::string& output, const Context& context) {
-  return context.progress && (names_file(output) || isatty(STDOUT_FILENO) != 1);
 }
 
 }  // namespace tool

@@ -2,7 +2,6 @@
 #ifndef K5AX_TOOL_TOOLPATH_MACHINE_FOR_PATH_H
 #define K5AX_TOOL_TOOLPATH_MACHINE_FOR_PATH_H
 
-#include "tool/context.h"
 #include "tool/toolpath/path_table.h"
 
 #include <k5ax/k5ax.h>
@@ -22,9 +21,6 @@ constexpr std::array<const char*, 3> kRotaryLetters = {"A", "B", "C"};
 /// For each of a, b, c, whether the machine has a rotary axis of that letter. (An axis picks its angle by its
 /// letter alone, and one called X, Y or Z picks the angle about that direction.)
 std::array<bool, 3> rotary_letters(const md::CMachDef& machine);
-
-/// True when progress may be drawn: on a terminal, and not among rows that go to one.
-bool shows_progress(const std::string& output, const Context& context);
 
 /// The row's x, y, z, and its a, b, c in radians.
 inline Geometry::TPoint<double> xyz_of(const PathRow& row) {

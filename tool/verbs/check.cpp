@@ -98,14 +98,13 @@ void check(const Options& options, Context& context) {
 }  // namespace
 
 void add_check(CLI::App& app, Context& context) {
-  CLI::App* verb =
-      app.add_subcommand("check", "Say whether a machine is valid, why not, and what looks wrong");
+  Verb verb(app, "check", "Say whether a machine is valid, why not, and what looks wrong");
   auto options = std::make_shared<Options>();
-  add_file(*verb, "MACHINE", options->path, "The machine definition, .k5m or .json");
-  verb->add_flag("--strict", options->strict, "End with 1 also when there are only warnings");
-  add_json_flag(*verb, context);
-  set_examples(*verb, {"k5ax check machine.json", "k5ax check machine.k5m --strict"});
-  verb->callback([options, &context] { check(*options, context); });
+  verb.add_argument("MACHINE", options->path, "The machine definition, .k5m or .json");
+  verb.add_flag("--strict", options->strict, "End with 1 also when there are only warnings");
+  verb.add_json_flag(context);
+  verb.set_examples({"k5ax check machine.json", "k5ax check machine.k5m --strict"});
+  verb.set_work([options, &context] { check(*options, context); });
 }
 
 }  // namespace tool

@@ -57,18 +57,16 @@ void convert(const Options& options, Context& context) {
 }  // namespace
 
 void add_convert(CLI::App& app, Context& context) {
-  CLI::App* verb = app.add_subcommand("convert", "Convert a machine between binary and text, or its units");
+  Verb verb(app, "convert", "Convert a machine between binary and text, or its units");
   auto options = std::make_shared<Options>();
-  add_file(*verb, "IN", options->from, "The machine definition; .json is text, any other ending binary");
-  add_file(*verb, "OUT", options->to,
-           "The file to write: .json for text, .k5m for binary; - for text on standard output");
-  verb->add_option("--units", options->units, "Convert every length: mm or inch")
-      ->check(CLI::IsMember({"mm", "inch"}))
-      ->option_text("mm|inch");
-  set_examples(*verb, {"k5ax convert machine.k5m machine.json", "k5ax convert machine.json machine.k5m",
-                       "k5ax convert machine.json machine_inch.json --units inch"});
+  verb.add_argument("IN", options->from, "The machine definition; .json is text, any other ending binary");
+  verb.add_argument("OUT", options->to,
+                    "The file to write: .json for text, .k5m for binary; - for text on standard output");
+  verb.add_option("--units", "mm|inch", options->units, {"mm", "inch"}, "Convert every length: mm or inch");
+  verb.set_examples({"k5ax convert machine.k5m machine.json", "k5ax convert machine.json machine.k5m",
+                     "k5ax convert machine.json machine_inch.json --units inch"});
 
-  verb->callback([options, &context] { convert(*options, context); });
+  verb.set_work([options, &context] { convert(*options, context); });
 }
 
 }  // namespace tool

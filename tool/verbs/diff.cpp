@@ -51,14 +51,14 @@ void diff(const Paths& paths, Context& context) {
 }  // namespace
 
 void add_diff(CLI::App& app, Context& context) {
-  CLI::App* verb = app.add_subcommand("diff", "Say what differs between two machines; 1 when something does");
+  Verb verb(app, "diff", "Say what differs between two machines; 1 when something does");
   auto paths = std::make_shared<Paths>();
-  add_file(*verb, "A", paths->first, "A machine definition, .k5m or .json");
-  add_file(*verb, "B", paths->second, "The other");
-  add_json_flag(*verb, context);
-  set_examples(*verb, {"k5ax diff machine.json machine.k5m", "k5ax diff machine.json machine.k5m --json"});
+  verb.add_argument("A", paths->first, "A machine definition, .k5m or .json");
+  verb.add_argument("B", paths->second, "The other");
+  verb.add_json_flag(context);
+  verb.set_examples({"k5ax diff machine.json machine.k5m", "k5ax diff machine.json machine.k5m --json"});
 
-  verb->callback([paths, &context] { diff(*paths, context); });
+  verb.set_work([paths, &context] { diff(*paths, context); });
 }
 
 }  // namespace tool

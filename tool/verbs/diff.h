@@ -4,7 +4,9 @@
 
 #include "tool/context.h"
 
-#include <CLI/CLI.hpp>
+namespace CLI {
+class App;
+}  // namespace CLI
 
 namespace tool {
 

@@ -319,13 +319,13 @@ void info(const Options& options, Context& context) {
 }  // namespace
 
 void add_info(CLI::App& app, Context& context) {
-  CLI::App* verb = app.add_subcommand("info", "Show a machine on one screen");
+  Verb verb(app, "info", "Show a machine on one screen");
   auto options = std::make_shared<Options>();
-  add_file(*verb, "MACHINE", options->path, "The machine definition, .k5m or .json");
-  verb->add_flag("--all", options->all, "Show every node of large trees");
-  add_json_flag(*verb, context);
-  set_examples(*verb, {"k5ax info machine.k5m", "k5ax info machine.json --json"});
-  verb->callback([options, &context] { info(*options, context); });
+  verb.add_argument("MACHINE", options->path, "The machine definition, .k5m or .json");
+  verb.add_flag("--all", options->all, "Show every node of large trees");
+  verb.add_json_flag(context);
+  verb.set_examples({"k5ax info machine.k5m", "k5ax info machine.json --json"});
+  verb.set_work([options, &context] { info(*options, context); });
 }
 
 }  // namespace tool

@@ -44,18 +44,16 @@ void start(const Options& options, Context& context) {
 }  // namespace
 
 void add_new(CLI::App& app, Context& context) {
-  CLI::App* verb = app.add_subcommand("new", "Start a machine definition");
+  Verb verb(app, "new", "Start a machine definition");
   auto options = std::make_shared<Options>();
-  verb->add_option("TYPE", options->type, "table-table, head-table or head-head")
-      ->required()
-      ->check(CLI::IsMember({"table-table", "head-table", "head-head"}))
-      ->option_text(" ");
-  verb->add_option("-o,--output", options->path, "Write to this file, .json or .k5m, not to standard output")
-      ->option_text("FILE");
-  verb->add_flag("--force", options->replace, "Replace the file if it is there");
-  set_examples(*verb, {"k5ax new table-table", "k5ax new head-head -o my_machine.json"});
+  verb.add_argument("TYPE", options->type, {"table-table", "head-table", "head-head"},
+                    "table-table, head-table or head-head");
+  verb.add_option("-o,--output", "FILE", options->path,
+                  "Write to this file, .json or .k5m, not to standard output");
+  verb.add_flag("--force", options->replace, "Replace the file if it is there");
+  verb.set_examples({"k5ax new table-table", "k5ax new head-head -o my_machine.json"});
 
-  verb->callback([options, &context] { start(*options, context); });
+  verb.set_work([options, &context] { start(*options, context); });
 }
 
 }  // namespace tool

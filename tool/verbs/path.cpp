@@ -3,21 +3,19 @@
 
 #include "tool/errors.h"
 #include "tool/text.h"
-#include "tool/toolpath/input.h"
 #include "tool/toolpath/machine_for_path.h"
-#include "tool/toolpath/output.h"
 #include "tool/toolpath/path_summary.h"
 #include "tool/toolpath/path_table.h"
-#include "tool/toolpath/progress.h"
-#include "tool/toolpath/row_stream.h"
 #include "tool/toolpath/slide_values.h"
 #include "tool/toolpath/travels.h"
 #include "tool/verb.h"
+#include "tool/verbs/path_files.h"
 
 #include <array>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <ostream>
 #include <string>
 
 #include <k5ax/k5ax.h>
@@ -28,10 +26,8 @@ namespace {
 using Geometry::TPoint;
 
 struct PathOptions {
-  std::string machine;
-  std::string path;
+  PathFiles files;
   std::string to;
-  std::string output;
   bool no_travel = false;
 
   bool to_machine() const { return to == "machine"; }
@@ -126,59 +122,47 @@ class Conversion {
 };
 
 void run_path(const PathOptions& options, Context& context) {
-  const std::unique_ptr<md::CMachDef> machine = read_valid_machine(options.machine);
-  const TablePlan plan = plan_for(*machine, options);
-  TravelWatch watch(*machine);
+  const std::unique_ptr<md::CMachDef> machine = read_valid_machine(options.files.machine);
   const bool to_machine = options.to_machine();
   const Conversion conversion(*machine, to_machine);
+  TravelWatch watch(*machine);
   const bool watches = !options.no_travel;
-  std::uint64_t rows = 0;
 
-  Input input(options.path, context.in);
-  with_output(options.output, context.out, [&](Output& output) {
-    Progress progress(context.err, shows_progress(options.output, context), input.size());
-    rows = stream_rows(input, plan, output, progress, [&](PathRow& row) {
-      const TPoint<double> abc = abc_of(row);
-      const TPoint<double> p_given = xyz_of(row);
-      const TPoint<double> p_new = conversion.apply(p_given, abc);
-      set_xyz(row, p_new);
-      if (watches) watch.take(row, to_machine ? p_new : p_given, abc);
-    });
-  });
+  const auto convert = [&](PathRow& row) {
+    const TPoint<double> abc = abc_of(row);
+    const TPoint<double> p_given = xyz_of(row);
+    const TPoint<double> p_new = conversion.apply(p_given, abc);
+    set_xyz(row, p_new);
+    if (watches) watch.take(row, to_machine ? p_new : p_given, abc);
+  };
+  const std::uint64_t rows = convert_path(options.files, plan_for(*machine, options), context, convert);
 
-  const PathSummary summary = {options.path,       rows,           unit_name(*machine), !options.no_travel,
+  const PathSummary summary = {options.files.path, rows,           unit_name(*machine), watches,
                                watch.has_slides(), watch.travels()};
-  // With the rows on standard output, anything else there would be taken for one.
-  if (context.json) {
-    print_summary_json(summary, names_file(options.output) ? context.out : context.err);
-  } else {
-    print_summary(summary, context.err);
-  }
+  std::ostream& stream = summary_stream(options.files, context);
+  if (context.json)
+    print_summary_json(summary, stream);
+  else
+    print_summary(summary, stream);
   if (watch.travels().rows_out() > 0) context.exit_code = kNo;
 }
 
 }  // namespace
 
 void add_path(CLI::App& app, Context& context) {
-  CLI::App* verb = app.add_subcommand("path", "Convert a tool path between part and machine coordinates");
+  Verb verb(app, "path", "Convert a tool path between part and machine coordinates");
   auto options = std::make_shared<PathOptions>();
-  add_file(*verb, "MACHINE", options->machine, "The machine definition, .k5m or .json");
-  add_file(*verb, "PATH", options->path,
-           "The tool path, - for standard input: CSV with a header that names x, y, z and the machine's of "
-           "a, b, c; lengths in the machine's unit, angles in degrees");
-  verb->add_option("--to", options->to, "What x, y, z become: machine or part coordinates")
-      ->required()
-      ->check(CLI::IsMember({"machine", "part"}))
-      ->type_name("machine|part")
-      ->option_text("machine|part");
-  verb->add_option("-o,--output", options->output, "Write the rows to this file, whole or not at all")
-      ->type_name("FILE")
-      ->option_text("FILE");
-  verb->add_flag("--no-travel", options->no_travel, "Do not hold the rows against the axes' travels");
-  add_json_flag(*verb, context);
-  set_examples(*verb, {"k5ax path machine.k5m path.csv --to machine -o moved.csv",
-                       "k5ax path machine.json - --to part < path.csv"});
-  verb->callback([options, &context] { run_path(*options, context); });
+  add_path_arguments(verb, options->files,
+                     "The tool path, - for standard input: CSV with a header that names x, y, z and the "
+                     "machine's of a, b, c; lengths in the machine's unit, angles in degrees");
+  verb.add_required_option("--to", "machine|part", options->to, {"machine", "part"},
+                           "What x, y, z become: machine or part coordinates");
+  add_output_option(verb, options->files);
+  verb.add_flag("--no-travel", options->no_travel, "Do not hold the rows against the axes' travels");
+  verb.add_json_flag(context);
+  verb.set_examples({"k5ax path machine.k5m path.csv --to machine -o moved.csv",
+                     "k5ax path machine.json - --to part < path.csv"});
+  verb.set_work([options, &context] { run_path(*options, context); });
 }
 
 }  // namespace tool

@@ -236,25 +236,23 @@ void pose(const Options& options, Context& context) {
 }  // namespace
 
 void add_pose(CLI::App& app, Context& context) {
-  CLI::App* verb = app.add_subcommand("pose", "Pose a machine and show where every node of its trees goes");
+  Verb verb(app, "pose", "Pose a machine and show where every node of its trees goes");
   auto options = std::make_shared<Options>();
-  add_file(*verb, "MACHINE", options->path, "The machine definition, .k5m or .json");
+  verb.add_argument("MACHINE", options->path, "The machine definition, .k5m or .json");
   for (std::size_t i = 0; i < kNames.size(); ++i) {
-    add_file(*verb, kNames[i], options->coordinates[i],
-             i < 3 ? "Machine coordinate, a length in the machine's unit"
-                   : "Angle in degrees; 0 where the machine has no such axis");
+    verb.add_argument(kNames[i], options->coordinates[i],
+                      i < 3 ? "Machine coordinate, a length in the machine's unit"
+                            : "Angle in degrees; 0 where the machine has no such axis");
   }
-  verb->add_flag("--part", options->part,
-                 "X Y Z are a point on the part instead, carried along by the table");
-  add_json_flag(*verb, context);
-  set_examples(
-      *verb, {"k5ax pose machine.k5m 10 20 30 -40 0 90", "k5ax pose machine.json 10 20 30 -40 0 90 --part"});
-  verb->description(
-      "Pose a machine and show where every node of its trees goes.\n"
+  verb.add_flag("--part", options->part, "X Y Z are a point on the part instead, carried along by the table");
+  verb.add_json_flag(context);
+  verb.set_examples(
+      {"k5ax pose machine.k5m 10 20 30 -40 0 90", "k5ax pose machine.json 10 20 30 -40 0 90 --part"});
+  verb.say_more(
       "X Y Z are machine coordinates, as k5ax path --to machine writes them: the place\n"
       "of the tool point while the rotary axes of the table stand at 0. With --part\n"
       "they are a point on the part. Ends with 1 when the point cannot be reached.");
-  verb->callback([options, &context] { pose(*options, context); });
+  verb.set_work([options, &context] { pose(*options, context); });
 }
 
 }  // namespace tool

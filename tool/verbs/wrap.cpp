@@ -3,13 +3,10 @@
 
 #include "tool/errors.h"
 #include "tool/text.h"
-#include "tool/toolpath/input.h"
 #include "tool/toolpath/machine_for_path.h"
-#include "tool/toolpath/output.h"
 #include "tool/toolpath/path_table.h"
-#include "tool/toolpath/progress.h"
-#include "tool/toolpath/row_stream.h"
 #include "tool/verb.h"
+#include "tool/verbs/path_files.h"
 
 #include <algorithm>
 #include <array>
@@ -30,9 +27,7 @@ namespace {
 using Geometry::TPoint;
 
 struct WrapOptions {
-  std::string machine;
-  std::string path;
-  std::string output;
+  PathFiles files;
   std::string onto;
 };
 
@@ -113,10 +108,10 @@ void print_wrap_summary(const WrapSummary& summary, bool json, std::ostream& str
 }
 
 void run_wrap(const WrapOptions& options, Context& context) {
-  const std::unique_ptr<md::CMachDef> machine = read_valid_machine(options.machine);
+  const std::unique_ptr<md::CMachDef> machine = read_valid_machine(options.files.machine);
   const boost::shared_ptr<md::CAxis2> axis = machine->rotary_axis();
   if (!axis)
-    throw InputError(options.machine, "", "the machine has no rotary axis to wrap about",
+    throw InputError(options.files.machine, "", "the machine has no rotary axis to wrap about",
                      "take a machine that has one");
 
   // Every call works on a clone of the machine. Without its trees, which wrapping does not look at, that is
@@ -130,55 +125,44 @@ void run_wrap(const WrapOptions& options, Context& context) {
   const Reference reference = reference_of(options.onto.empty() ? across : options.onto);
 
   WrapSummary summary;
-  summary.path = options.path;
+  summary.path = options.files.path;
   summary.unit = unit_name(*machine);
   summary.letter = kRotaryLetters[turned];
 
-  Input input(options.path, context.in);
-  with_output(options.output, context.out, [&](Output& output) {
-    Progress progress(context.err, shows_progress(options.output, context), input.size());
-    summary.rows = stream_rows(input, plan, output, progress, [&](PathRow& row) {
-      const TPoint<double> pose = abc_of(row);
-      TPoint<double> p_wrapped;
-      TPoint<double> abc;
-      double radius = 0;
-      md::Cartesian2AxialRotaryVals(&bare, xyz_of(row), pose, reference.axis, reference.sign, p_wrapped, abc,
-                                    radius);
-      set_xyz(row, p_wrapped);
-      // A point on the axis keeps its angle, to the last digit.
-      if (abc != pose) row.values[3 + turned] = axis->GetAngle(abc.x, abc.y, abc.z) * math::R2D;
-      row.appended[0] = radius;
-      summary.radius.take(radius);
-      summary.angle.take(row.values[3 + turned]);
-    });
+  summary.rows = convert_path(options.files, plan, context, [&](PathRow& row) {
+    const TPoint<double> pose = abc_of(row);
+    TPoint<double> p_wrapped;
+    TPoint<double> abc;
+    double radius = 0;
+    md::Cartesian2AxialRotaryVals(&bare, xyz_of(row), pose, reference.axis, reference.sign, p_wrapped, abc,
+                                  radius);
+    set_xyz(row, p_wrapped);
+    // A point on the axis keeps its angle, to the last digit.
+    if (abc != pose) row.values[3 + turned] = axis->GetAngle(abc.x, abc.y, abc.z) * math::R2D;
+    row.appended[0] = radius;
+    summary.radius.take(radius);
+    summary.angle.take(row.values[3 + turned]);
   });
-  print_wrap_summary(summary, context.json,
-                     context.json && names_file(options.output) ? context.out : context.err);
+  print_wrap_summary(summary, context.json, summary_stream(options.files, context));
 }
 
 }  // namespace
 
 void add_wrap(CLI::App& app, Context& context) {
-  CLI::App* verb = app.add_subcommand("wrap", "Wrap a tool path about the machine's rotary axis");
+  Verb verb(app, "wrap", "Wrap a tool path about the machine's rotary axis");
   auto options = std::make_shared<WrapOptions>();
-  add_file(*verb, "MACHINE", options->machine, "The machine definition, .k5m or .json");
-  add_file(*verb, "PATH", options->path,
-           "The path, - for standard input: CSV with a header that names x, y, z; a, b, c in degrees are the "
-           "pose, 0 where they are missing");
-  verb->add_option(
-          "--onto", options->onto,
-          "The half-plane that every point is turned into: +x, -x, +y, -y, +z, -z; +x if not given, +y "
-          "about an A axis")
-      ->check(CLI::IsMember({"+x", "-x", "+y", "-y", "+z", "-z", "x", "y", "z"}))
-      ->type_name("DIRECTION")
-      ->option_text("DIRECTION");
-  verb->add_option("-o,--output", options->output, "Write the rows to this file, whole or not at all")
-      ->type_name("FILE")
-      ->option_text("FILE");
-  add_json_flag(*verb, context);
-  set_examples(*verb, {"k5ax wrap machine.k5m cartesian.csv -o wrapped.csv",
-                       "k5ax wrap machine.json - --onto -x < cartesian.csv"});
-  verb->callback([options, &context] { run_wrap(*options, context); });
+  add_path_arguments(verb, options->files,
+                     "The path, - for standard input: CSV with a header that names x, y, z; a, b, c in "
+                     "degrees are the pose, 0 where they are missing");
+  verb.add_option(
+      "--onto", "DIRECTION", options->onto, {"+x", "-x", "+y", "-y", "+z", "-z", "x", "y", "z"},
+      "The half-plane that every point is turned into: +x, -x, +y, -y, +z, -z; +x if not given, +y "
+      "about an A axis");
+  add_output_option(verb, options->files);
+  verb.add_json_flag(context);
+  verb.set_examples({"k5ax wrap machine.k5m cartesian.csv -o wrapped.csv",
+                     "k5ax wrap machine.json - --onto -x < cartesian.csv"});
+  verb.set_work([options, &context] { run_wrap(*options, context); });
 }
 
 }  // namespace tool
