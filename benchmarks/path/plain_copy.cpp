@@ -1,8 +1,7 @@
 // The least that converting a tool path costs: reading its numbers and writing them.
 //
 // It is meant to be fast: one pass over the text, no search for line ends, numbers parsed where they stand
-// and printed where they go, a quarter of a megabyte a system call. from_chars and to_chars are those of the
-// tool.
+// and printed where they go, a quarter of a megabyte a system call.
 #include "benchmarks/path/plain_copy.h"
 
 #include <charconv>
