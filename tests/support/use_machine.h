@@ -10,6 +10,8 @@
 
 #include <k5ax/kinematics.h>
 
+#include "support/hand_machine.h"
+
 namespace k5ax_test {
 
 // A stream of a host's own, over memory, that keeps no log.
@@ -73,8 +75,6 @@ inline int count_nodes(k5ax_node* root) {
 
 // Answers what was wrong; empty when nothing was.
 inline std::string use_machine(md::CMachDef& machine) {
-  using Point = Geometry::TPoint<double>;
-
   // Ask.
   machine.is_valid();
   machine.mw_valid();
