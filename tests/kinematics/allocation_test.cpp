@@ -24,6 +24,9 @@ using k5ax_test::CountsOnOwnPages;
 using k5ax_test::kDriven;
 using k5ax_test::kDrivenAndMarked;
 using k5ax_test::kFixedId;
+using k5ax_test::kX;
+using k5ax_test::kY;
+using k5ax_test::kZ;
 using k5ax_test::linear_node;
 using k5ax_test::NodePtr;
 using k5ax_test::plain_node;
@@ -32,10 +35,6 @@ using k5ax_test::rotary_axis;
 using k5ax_test::rotary_node;
 using k5ax_test::shift_node;
 using k5ax_test::tool_node;
-
-const Point kX(1, 0, 0);
-const Point kY(0, 1, 0);
-const Point kZ(0, 0, 1);
 
 // A head-table machine: axes for the transforms, and trees of at least `nodes` nodes. What fills them up is
 // plain nodes, linear axes that are not driven, and others that are, in branches and on the tool's way.

@@ -13,6 +13,9 @@ using k5ax_test::chain;
 using k5ax_test::kDriven;
 using k5ax_test::kFixedId;
 using k5ax_test::kHandTolerance;
+using k5ax_test::kX;
+using k5ax_test::kY;
+using k5ax_test::kZ;
 using k5ax_test::linear_node;
 using k5ax_test::NodePtr;
 using k5ax_test::plain_node;
@@ -21,10 +24,6 @@ using k5ax_test::rotary_node;
 using k5ax_test::SceneMachine;
 using k5ax_test::shift_node;
 using k5ax_test::tool_node;
-
-const Point kX(1, 0, 0);
-const Point kY(0, 1, 0);
-const Point kZ(0, 0, 1);
 
 Point xyz_of(md::CMachDef& machdef) {
   Point xyz(101, 102, 103);

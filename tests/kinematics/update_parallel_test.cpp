@@ -17,16 +17,15 @@ using k5ax_test::kDriven;
 using k5ax_test::kDrivenAndMarked;
 using k5ax_test::kFixedId;
 using k5ax_test::kHandTolerance;
+using k5ax_test::kX;
+using k5ax_test::kY;
+using k5ax_test::kZ;
 using k5ax_test::linear_node;
 using k5ax_test::NodePtr;
 using k5ax_test::plain_node;
 using k5ax_test::Point;
 using k5ax_test::SceneMachine;
 using k5ax_test::tool_node;
-
-const Point kX(1, 0, 0);
-const Point kY(0, 1, 0);
-const Point kZ(0, 0, 1);
 
 // Every axis stands at 7 before the call. A dropped axis keeps that and the tool point is measured with it;
 // one that is still driven is zeroed for the measurement.

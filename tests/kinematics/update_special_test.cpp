@@ -17,6 +17,9 @@ using k5ax_test::kDrivenAndMarked;
 using k5ax_test::kFixedId;
 using k5ax_test::kHandTolerance;
 using k5ax_test::kMarked;
+using k5ax_test::kX;
+using k5ax_test::kY;
+using k5ax_test::kZ;
 using k5ax_test::linear_node;
 using k5ax_test::NodePtr;
 using k5ax_test::plain_node;
@@ -24,10 +27,6 @@ using k5ax_test::Point;
 using k5ax_test::rotary_node;
 using k5ax_test::SceneMachine;
 using k5ax_test::tool_node;
-
-const Point kX(1, 0, 0);
-const Point kY(0, 1, 0);
-const Point kZ(0, 0, 1);
 
 // A fixed turn about X: by a quarter it takes Z to -Y.
 NodePtr turn_about_x(double angle) { return plain_node(kFixedId, Geometry::RotateAboutAxis(1, 0, 0, angle)); }

@@ -9,16 +9,16 @@
 
 #include "plain_vectors.h"
 #include "support/near.h"
+#include "support/numbers.h"
 
 namespace {
 
 using Geometry::FindNearestPointOnLine;
 using Geometry::NearestPointOnLine;
+using k5ax_test::kEps;
+using k5ax_test::kNan;
 using k5ax_test::Vec;
 using Point = Geometry::TPoint<double>;
-
-constexpr double kEps = std::numeric_limits<double>::epsilon();
-constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
 
 // The line through (1, 2, 3) along (2, 1, 2), whose length is 3. Two directions on, at (5, 4, 7), stand off
 // by (1, -2, 0), which is square to it (2 - 2 = 0): (6, 2, 7). All in whole numbers and so exact.

@@ -12,14 +12,15 @@
 #include "allocation_meter.h"
 #include "plain_vectors.h"
 #include "support/near.h"
+#include "support/numbers.h"
 
 namespace {
 
 using Geometry::Matrix;
+using k5ax_test::kEps;
 using Point = Geometry::TPoint<double>;
 using Twelve = std::array<double, 12>;
 
-constexpr double kEps = std::numeric_limits<double>::epsilon();
 constexpr Twelve kIdentity = {1, 0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0};
 
 // Twelve different numbers, so that no two places can be confused. Not a rotation; nothing asks for one.

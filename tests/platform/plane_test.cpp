@@ -8,15 +8,15 @@
 #include <k5ax/platform/geometry.h>
 
 #include "support/near.h"
+#include "support/numbers.h"
 
 namespace {
 
 using Geometry::Plane;
+using k5ax_test::kEps;
+using k5ax_test::kInfinity;
+using k5ax_test::kNan;
 using Point = Geometry::TPoint<double>;
-
-constexpr double kEps = std::numeric_limits<double>::epsilon();
-constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 const Point kOther(-7, -8, -9);  // what a result holds before the call
 

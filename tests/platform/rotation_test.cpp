@@ -13,19 +13,20 @@
 
 #include "plain_vectors.h"
 #include "support/near.h"
+#include "support/numbers.h"
 
 namespace {
 
 using Geometry::Matrix;
 using Geometry::RotateAboutAxis;
 using k5ax_test::deg;
+using k5ax_test::kEps;
+using k5ax_test::kInfinity;
+using k5ax_test::kNan;
 using k5ax_test::Vec;
 using Point = Geometry::TPoint<double>;
 
-constexpr double kEps = std::numeric_limits<double>::epsilon();
 constexpr double kMax = std::numeric_limits<double>::max();
-constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 // Entries of a rotation are sums of three products of numbers of at most 1, and sine and cosine are good to
 // an ulp.

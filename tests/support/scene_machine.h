@@ -17,6 +17,10 @@ using NodePtr = boost::shared_ptr<md::sg::node>;
 using AxisNodePtr = boost::shared_ptr<md::sg::tnode<md::CAxis2>>;
 using ToolNodePtr = boost::shared_ptr<md::sg::tnode<angled_head>>;
 
+constexpr Point kX(1, 0, 0);
+constexpr Point kY(0, 1, 0);
+constexpr Point kZ(0, 0, 1);
+
 // The id whose transform stays through `initialise`, and which the read-back leaves out: for fixed offsets.
 constexpr int kFixedId = -999;
 

@@ -32,7 +32,7 @@ vector_form::Axis vector_axis(const boost::shared_ptr<md::CAxis2>& axis) {
 
 // Lengths within 1700 millimetres along both trees, in at most 12 products of 3 terms: 12 * 4 * eps * 1700 =
 // 1.9e-11.
-constexpr double kTolerance = 1.9e-11;
+constexpr double kShippedTolerance = 1.9e-11;
 
 class ShippedMachine : public testing::TestWithParam<Shipped> {
  protected:
@@ -204,9 +204,9 @@ TEST_P(ShippedMachine, LeafStackIsThePointTransformOfMach2PartCoords) {
     Point p_by_transform;
     Point d_tool;
     machdef.Mach2PartCoords(vector_form::point(p), vector_form::point(abc), p_by_transform, d_tool);
-    ASSERT_NEAR_POINT(p_by_trees, p_by_transform, kTolerance) << i;
+    ASSERT_NEAR_POINT(p_by_trees, p_by_transform, kShippedTolerance) << i;
     ASSERT_NEAR_POINT(p_by_trees, vector_form::point(vector_form::machine_to_part(rotary, p, abc)),
-                      kTolerance)
+                      kShippedTolerance)
         << i;
   }
 }
@@ -219,7 +219,7 @@ TEST_P(ShippedMachine, ToolPointLandsOnXyzTurnedByTheTable) {
     zero_table(machdef);
     ASSERT_TRUE(md::UpdateNodeAxes_(&machdef, vector_form::point(xyz), vector_form::point(abc))) << i;
     ASSERT_NEAR_POINT(tool_on_part(machdef),
-                      vector_form::point(vector_form::machine_to_part(rotary, xyz, abc)), kTolerance)
+                      vector_form::point(vector_form::machine_to_part(rotary, xyz, abc)), kShippedTolerance)
         << i;
   }
 }
@@ -235,7 +235,7 @@ TEST_P(ShippedMachine, ReadBackGivesWhatWasCommanded) {
     Point xyz_back;
     Point abc_back;
     md::CMachDef_SG2MachCoords(machdef, xyz_back, abc_back);
-    ASSERT_NEAR_POINT(xyz_back, vector_form::point(xyz), kTolerance) << i;
+    ASSERT_NEAR_POINT(xyz_back, vector_form::point(xyz), kShippedTolerance) << i;
     ASSERT_EQ(abc_back, vector_form::point(abc)) << i;
   }
 }
@@ -298,7 +298,7 @@ TEST_P(ShippedMachine, IsReadyAgainAfterInitialiseZeroPoseAndToolPoint) {
   const Vec xyz = position(random);
   ASSERT_TRUE(md::UpdateNodeAxes_(&machdef, vector_form::point(xyz), vector_form::point(abc)));
   EXPECT_NEAR_POINT(tool_on_part(machdef), vector_form::point(vector_form::machine_to_part(rotary, xyz, abc)),
-                    kTolerance);
+                    kShippedTolerance);
 }
 
 INSTANTIATE_TEST_SUITE_P(Examples, ShippedMachine,

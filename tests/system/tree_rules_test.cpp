@@ -29,7 +29,7 @@ const Point kQuarterOfC(0, 0, math::m_pi2);
 const Point kOnTurntable(8, -9, 3);
 
 // Lengths within 100, a few products with quarter turns: 6 * 4 * eps * 100 = 5.4e-13.
-constexpr double kTolerance = 5.4e-13;
+constexpr double kRulesTolerance = 5.4e-13;
 
 // ---- zero the table first ----
 
@@ -38,7 +38,7 @@ TEST(ZeroingTheTable, MakesThePoseStandForItself) {
   m->update(Point(7, 7, 7), kQuarterOfC);
   zero_table(m->machdef());
   ASSERT_TRUE(m->update(Point(1, 2, 3), kQuarterOfC));
-  EXPECT_NEAR_POINT(tool_on_part(m->machdef()), kOnTurntable, kTolerance);
+  EXPECT_NEAR_POINT(tool_on_part(m->machdef()), kOnTurntable, kRulesTolerance);
 }
 
 // Deliberate: the update measures the tool point with the table as it finds it. With C still at 90 the tool
@@ -49,7 +49,7 @@ TEST(ZeroingTheTable, LeftOutLetsTheLastPoseIntoThisOne) {
   zero_table(m->machdef());
   m->update(Point(7, 7, 7), kQuarterOfC);
   ASSERT_TRUE(m->update(Point(1, 2, 3), kQuarterOfC));
-  EXPECT_NEAR_POINT(tool_on_part(m->machdef()), Point(3, -14, 3), kTolerance);
+  EXPECT_NEAR_POINT(tool_on_part(m->machdef()), Point(3, -14, 3), kRulesTolerance);
 }
 
 // Deliberate: with C at 90, Y on the table points along X on the part. The two are taken for parallel and X,
@@ -86,7 +86,7 @@ TEST(WayBack, LeftOutPutsThePartOffByTheBasePoint) {
       chain({plain_node(kPartFrameId), c, plain_node(kLeafId)}), c);
   zero_table(m.machdef());
   m.update(Point(1, 2, 3), kQuarterOfC);
-  EXPECT_NEAR_POINT(tool_on_part(m.machdef()), Point(-2, 1, 3), kTolerance);
+  EXPECT_NEAR_POINT(tool_on_part(m.machdef()), Point(-2, 1, 3), kRulesTolerance);
 }
 
 // On the leaf side the two offsets meet before the rotation: the part turns about the origin and not about
@@ -98,7 +98,7 @@ TEST(WayBack, OnTheLeafSideTurnsAboutTheOrigin) {
       chain({plain_node(kPartFrameId), c, shift_node(kFixedId, Point(10, 0, 0)), plain_node(kLeafId)}), c);
   zero_table(m.machdef());
   m.update(Point(1, 2, 3), kQuarterOfC);
-  EXPECT_NEAR_POINT(tool_on_part(m.machdef()), Point(-2, 1, 3), kTolerance);
+  EXPECT_NEAR_POINT(tool_on_part(m.machdef()), Point(-2, 1, 3), kRulesTolerance);
 }
 
 SceneMachine* turntable_with_way_back(int id, NodePtr& c) {
@@ -120,7 +120,7 @@ TEST(WayBack, WithTheReservedIdIsLeftOutOfTheReadBack) {
   const std::unique_ptr<SceneMachine> m(turntable_with_way_back(kFixedId, c));
   zero_table(m->machdef());
   m->update(Point(1, 2, 3), kQuarterOfC);
-  EXPECT_NEAR_POINT(read_back(m->machdef()), Point(1, 2, 3), kTolerance);
+  EXPECT_NEAR_POINT(read_back(m->machdef()), Point(1, 2, 3), kRulesTolerance);
 }
 
 // The read-back takes the rotation out, and with a positive id the way back stays in: off by (10, 0, 0).
@@ -129,7 +129,7 @@ TEST(WayBack, WithAPositiveIdPutsTheReadBackOffByTheBasePoint) {
   const std::unique_ptr<SceneMachine> m(turntable_with_way_back(7, c));
   zero_table(m->machdef());
   m->update(Point(1, 2, 3), kQuarterOfC);
-  EXPECT_NEAR_POINT(read_back(m->machdef()), Point(11, 2, 3), kTolerance);
+  EXPECT_NEAR_POINT(read_back(m->machdef()), Point(11, 2, 3), kRulesTolerance);
 }
 
 // ---- the flat lists ----
@@ -187,7 +187,7 @@ TEST(FirstLeaf, IsThatOfTheChainWhenDrawingNodesComeAfterIt) {
   const auto m = turntable_with_vice(false);
   zero_table(m->machdef());
   m->update(Point(1, 2, 3), kQuarterOfC);
-  EXPECT_NEAR_POINT(tool_on_part(m->machdef()), kOnTurntable, kTolerance);
+  EXPECT_NEAR_POINT(tool_on_part(m->machdef()), kOnTurntable, kRulesTolerance);
 }
 
 // The vice is taken for the way to the machine frame: the tool is measured 60 up, and Z set to 3 - 60.

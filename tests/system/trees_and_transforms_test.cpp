@@ -44,7 +44,7 @@ TreePlan fork_head() {
 }
 
 // Lengths within 1000, up to 10 products of 3 terms with quarter turns: 10 * 4 * eps * 1000 = 9e-12.
-constexpr double kTolerance = 9e-12;
+constexpr double kHandTreeTolerance = 9e-12;
 
 // ---- worked by hand ----
 
@@ -52,14 +52,16 @@ constexpr double kTolerance = 9e-12;
 TEST(LeafStack, OfATrunnionTurnsAPointAboutA) {
   const auto m = build(trunnion());
   turn_axes(m->machdef(), {math::m_pi2, 0, 0});
-  EXPECT_NEAR_POINT(Point(1, 2, 3) * node_to_root(first_leaf(m->machdef())), Point(1, 67, 32), kTolerance);
+  EXPECT_NEAR_POINT(Point(1, 2, 3) * node_to_root(first_leaf(m->machdef())), Point(1, 67, 32),
+                    kHandTreeTolerance);
 }
 
 // A takes the point to (1, 67, 32) as before, and then C, which A carries, to (-67, 1, 32).
 TEST(LeafStack, OfATrunnionTurnsAboutAFirstAndThenAboutC) {
   const auto m = build(trunnion());
   turn_axes(m->machdef(), {math::m_pi2, 0, math::m_pi2});
-  EXPECT_NEAR_POINT(Point(1, 2, 3) * node_to_root(first_leaf(m->machdef())), Point(-67, 1, 32), kTolerance);
+  EXPECT_NEAR_POINT(Point(1, 2, 3) * node_to_root(first_leaf(m->machdef())), Point(-67, 1, 32),
+                    kHandTreeTolerance);
 }
 
 TEST(LeafStack, IsTheIdentityWithEveryAxisAtZero) {
@@ -74,14 +76,15 @@ TEST(LeafStack, MovesByTheTableSlideBeforeItTurns) {
   const auto m = build(trunnion());
   turn_axes(m->machdef(), {0, 0, math::m_pi2});
   k5axSgNode_value_set2(0, node_with_id(m->machdef(), kXId).get(), 10);
-  EXPECT_NEAR_POINT(Point(1, 2, 3) * node_to_root(first_leaf(m->machdef())), Point(-2, 11, 3), kTolerance);
+  EXPECT_NEAR_POINT(Point(1, 2, 3) * node_to_root(first_leaf(m->machdef())), Point(-2, 11, 3),
+                    kHandTreeTolerance);
 }
 
 TEST(Trunnion, ToolPointLandsOnXyzTurnedByTheTable) {
   const auto m = build(trunnion());
   zero_table(m->machdef());
   ASSERT_TRUE(m->update(Point(1, 2, 3), Point(math::m_pi2, 0, math::m_pi2)));
-  EXPECT_NEAR_POINT(tool_on_part(m->machdef()), Point(-67, 1, 32), kTolerance);
+  EXPECT_NEAR_POINT(tool_on_part(m->machdef()), Point(-67, 1, 32), kHandTreeTolerance);
 }
 
 // At rest the tool point is 500 - 100 over the origin, whatever the table does: Z = 3 - 400.
@@ -89,9 +92,9 @@ TEST(Trunnion, SlidesDoNotDependOnTheTable) {
   const auto m = build(trunnion());
   zero_table(m->machdef());
   ASSERT_TRUE(m->update(Point(1, 2, 3), Point(math::m_pi2, 0, math::m_pi2)));
-  EXPECT_NEAR(node_with_id(m->machdef(), kXId)->value(), 1, kTolerance);
-  EXPECT_NEAR(node_with_id(m->machdef(), kYId)->value(), 2, kTolerance);
-  EXPECT_NEAR(node_with_id(m->machdef(), kZId)->value(), -397, kTolerance);
+  EXPECT_NEAR(node_with_id(m->machdef(), kXId)->value(), 1, kHandTreeTolerance);
+  EXPECT_NEAR(node_with_id(m->machdef(), kYId)->value(), 2, kHandTreeTolerance);
+  EXPECT_NEAR(node_with_id(m->machdef(), kZId)->value(), -397, kHandTreeTolerance);
 }
 
 // B = 90 takes the tool point, 330 under B's line, to 330 beside it towards -X, at the line's height of 180.
@@ -99,9 +102,9 @@ TEST(SwivelHead, SlidesMakeUpForTheHead) {
   const auto m = build(swivel_head());
   zero_table(m->machdef());
   ASSERT_TRUE(m->update(Point(10, 20, 30), Point(0, math::m_pi2, 0)));
-  EXPECT_NEAR(node_with_id(m->machdef(), kXId)->value(), 10 + 330, kTolerance);
-  EXPECT_NEAR(node_with_id(m->machdef(), kYId)->value(), 20, kTolerance);
-  EXPECT_NEAR(node_with_id(m->machdef(), kZId)->value(), 30 - 180, kTolerance);
+  EXPECT_NEAR(node_with_id(m->machdef(), kXId)->value(), 10 + 330, kHandTreeTolerance);
+  EXPECT_NEAR(node_with_id(m->machdef(), kYId)->value(), 20, kHandTreeTolerance);
+  EXPECT_NEAR(node_with_id(m->machdef(), kZId)->value(), 30 - 180, kHandTreeTolerance);
 }
 
 // The head does not move the point: C = 90 alone takes (10, 20, 30) to (-20, 10, 30).
@@ -109,7 +112,7 @@ TEST(SwivelHead, ToolPointLandsOnXyzTurnedByTheTable) {
   const auto m = build(swivel_head());
   zero_table(m->machdef());
   ASSERT_TRUE(m->update(Point(10, 20, 30), Point(0, math::m_pi2, math::m_pi2)));
-  EXPECT_NEAR_POINT(tool_on_part(m->machdef()), Point(-20, 10, 30), kTolerance);
+  EXPECT_NEAR_POINT(tool_on_part(m->machdef()), Point(-20, 10, 30), kHandTreeTolerance);
 }
 
 // A = 90 takes the tool point, 300 under A's line, to +Y of it (about +X, -Z goes to +Y); C = 90, which
@@ -117,15 +120,15 @@ TEST(SwivelHead, ToolPointLandsOnXyzTurnedByTheTable) {
 TEST(ForkHead, PrimaryCarriesTheSecondary) {
   const auto m = build(fork_head());
   ASSERT_TRUE(m->update(Point(10, 20, 30), Point(math::m_pi2, 0, math::m_pi2)));
-  EXPECT_NEAR(node_with_id(m->machdef(), kXId)->value(), 10 + 300, kTolerance);
-  EXPECT_NEAR(node_with_id(m->machdef(), kYId)->value(), 20, kTolerance);
-  EXPECT_NEAR(node_with_id(m->machdef(), kZId)->value(), 30 - 200, kTolerance);
+  EXPECT_NEAR(node_with_id(m->machdef(), kXId)->value(), 10 + 300, kHandTreeTolerance);
+  EXPECT_NEAR(node_with_id(m->machdef(), kYId)->value(), 20, kHandTreeTolerance);
+  EXPECT_NEAR(node_with_id(m->machdef(), kZId)->value(), 30 - 200, kHandTreeTolerance);
 }
 
 TEST(ForkHead, ToolPointLandsOnXyz) {
   const auto m = build(fork_head());
   ASSERT_TRUE(m->update(Point(10, 20, 30), Point(math::m_pi2, 0, math::m_pi2)));
-  EXPECT_NEAR_POINT(tool_on_part(m->machdef()), Point(10, 20, 30), kTolerance);
+  EXPECT_NEAR_POINT(tool_on_part(m->machdef()), Point(10, 20, 30), kHandTreeTolerance);
 }
 
 // ---- against plain vectors, on machines of every kind ----

@@ -17,10 +17,10 @@ constexpr double kInch = 25.4;
 
 // Millimetres within 1700 along both trees: 12 * 4 * eps * 1700 = 1.9e-11, and twice that for the change
 // itself.
-constexpr double kTolerance = 4e-11;
+constexpr double kUnitTolerance = 4e-11;
 
-const Point kXyz(3, -2, -22);
-const Point kAbc(-0.4, 0, 0.7);
+const Point kXyzInch(3, -2, -22);
+const Point kAbcInch(-0.4, 0, 0.7);
 
 class InchMachine : public testing::Test {
  protected:
@@ -35,7 +35,7 @@ class InchMachine : public testing::Test {
 
   void pose(double unit) {
     zero_table(machdef);
-    ASSERT_TRUE(md::UpdateNodeAxes_(&machdef, kXyz * unit, kAbc));
+    ASSERT_TRUE(md::UpdateNodeAxes_(&machdef, kXyzInch * unit, kAbcInch));
   }
   double value(int id) { return node_with_id(machdef, id)->value(); }
 
@@ -60,7 +60,7 @@ TEST_F(InchMachine, ScaledHasItsAnglesMultiplied) {
 
 TEST_F(InchMachine, WithUnitsChangedStandsWhereItStood) {
   examples::change_units(machdef, true);
-  EXPECT_NEAR_POINT(tool_on_part(machdef), p_tool_inch * kInch, kTolerance);
+  EXPECT_NEAR_POINT(tool_on_part(machdef), p_tool_inch * kInch, kUnitTolerance);
 }
 
 TEST_F(InchMachine, WithUnitsChangedKeepsItsAngles) {
@@ -72,8 +72,9 @@ TEST_F(InchMachine, WithUnitsChangedKeepsItsAngles) {
 TEST_F(InchMachine, WithUnitsChangedIsPosedWithTheSameSlides) {
   examples::change_units(machdef, true);
   pose(kInch);
-  for (const int id : {kXId, kYId, kZId}) EXPECT_NEAR(value(id), value_inch[id] * kInch, kTolerance) << id;
-  EXPECT_NEAR_POINT(tool_on_part(machdef), p_tool_inch * kInch, kTolerance);
+  for (const int id : {kXId, kYId, kZId})
+    EXPECT_NEAR(value(id), value_inch[id] * kInch, kUnitTolerance) << id;
+  EXPECT_NEAR_POINT(tool_on_part(machdef), p_tool_inch * kInch, kUnitTolerance);
 }
 
 TEST_F(InchMachine, WithUnitsChangedHasWorkZeroAndLoadingVectorInTheNewUnit) {
@@ -88,7 +89,7 @@ TEST_F(InchMachine, WithUnitsChangedTwiceIsItselfAgain) {
   examples::change_units(machdef, false);
   EXPECT_FALSE(machdef.isMetric());
   pose(1);
-  for (const int id : {kXId, kYId, kZId}) EXPECT_NEAR(value(id), value_inch[id], kTolerance) << id;
+  for (const int id : {kXId, kYId, kZId}) EXPECT_NEAR(value(id), value_inch[id], kUnitTolerance) << id;
 }
 
 TEST_F(InchMachine, WithItsOwnUnitChangesNothing) {

@@ -7,11 +7,14 @@
 #include <set>
 #include <string>
 
+#include "support/numbers.h"
 #include "support/random_machine.h"
 #include "tool/shipped.h"
 
 namespace {
 
+using k5ax_test::kInfinity;
+using k5ax_test::kNan;
 using k5ax_test::Random;
 using tool::reasons_not_valid;
 using tool_test::kFork;
@@ -20,9 +23,6 @@ using tool_test::kSwivel;
 using tool_test::kTrunnion;
 using tool_test::shipped;
 using Point = Geometry::TPoint<double>;
-
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 std::multiset<std::string> rules_broken(const md::CMachDef& machine) {
   std::multiset<std::string> rules;
@@ -72,7 +72,7 @@ TEST(ReasonsNotValid, NameLimitsThatRunBackwardsWithTheirDegrees) {
 
 TEST(ReasonsNotValid, NameLimitsThatAreNoNumbers) {
   const auto machine = shipped(kTrunnion);
-  machine->getPrimary()->SetMax(kNaN);
+  machine->getPrimary()->SetMax(kNan);
   EXPECT_EQ(rules_broken(*machine), Rules({"axis-limits"}));
 }
 
@@ -188,7 +188,7 @@ std::unique_ptr<md::CMachDef> broken_machine(Random& random) {
   machine->setSecondary(axis(1));
 
   static const double odd[] = {0,      -0.0,   1e-200, 5e-324, 0.000999, 0.001,
-                               0.0011, -0.001, 1e300,  kNaN,   kInfinity};
+                               0.0011, -0.001, 1e300,  kNan,   kInfinity};
   for (int i = random.below(4); i > 0; --i) {
     md::CAxis2* const victim = random.one_in(2) ? machine->getPrimary().get() : machine->getSecondary().get();
     switch (random.below(11)) {

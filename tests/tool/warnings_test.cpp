@@ -9,10 +9,12 @@
 
 #include <k5ax/kinematics.h>
 
+#include "support/numbers.h"
 #include "tool/shipped.h"
 
 namespace {
 
+using k5ax_test::kInfinity;
 using tool::axis_warnings;
 using tool::head_warnings;
 using tool::motion_warnings;
@@ -28,7 +30,6 @@ using tool_test::shipped;
 using Point = Geometry::TPoint<double>;
 using Rules = std::multiset<std::string>;
 
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
 constexpr int kFixed = -999;
 
 // The nodes of the shipped machines.

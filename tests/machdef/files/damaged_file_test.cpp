@@ -10,6 +10,7 @@
 #include "machdef/files/rich_machine.h"
 #include "platform/scratch.h"
 #include "support/memory_shortage.h"
+#include "support/numbers.h"
 #include "support/pools.h"
 #include "support/use_machine.h"
 
@@ -19,9 +20,6 @@ using md::sg::node;
 using NodePtr = boost::shared_ptr<node>;
 
 namespace {
-
-constexpr int kIntMax = 2147483647;
-constexpr int kIntMin = -2147483647 - 1;
 
 bool loads(CMachDef& machine, const Bytes& bytes) {
   try {
@@ -70,16 +68,6 @@ std::vector<int> tree_ids(const NodePtr& root) {
   std::vector<int> ids;
   for (const NodePtr& n : node::all_nodes(root)) ids.push_back(n->id());
   return ids;
-}
-
-// Nodes with the ids 0, 1, 2, ...; the first is the root of tree 0.
-MachineRecord record_of_parents(const std::vector<int>& parents) {
-  MachineRecord record;
-  for (const int parent : parents)
-    record.nodes.push_back(
-        node_record(kPlain, parent, static_cast<int>(record.nodes.size()), 0, 0, numbers_from(1)));
-  if (!parents.empty()) record.roots[0] = 0;
-  return record;
 }
 
 std::vector<int> ring(int count) {

@@ -8,6 +8,7 @@
 #include "machdef/files/memory_stream.h"
 #include "machdef/files/rich_machine.h"
 #include "support/near.h"
+#include "support/numbers.h"
 #include "support/pools.h"
 
 using namespace k5ax_test;
@@ -18,9 +19,6 @@ using NodePtr = boost::shared_ptr<node>;
 
 namespace {
 
-constexpr int kIntMax = 2147483647;
-constexpr int kIntMin = -2147483647 - 1;
-
 std::vector<int> ids(const std::vector<NodePtr>& nodes) {
   std::vector<int> result;
   for (const NodePtr& n : nodes) result.push_back(n->id());
@@ -29,16 +27,6 @@ std::vector<int> ids(const std::vector<NodePtr>& nodes) {
 
 std::vector<int> tree_ids(const CMachDef& machine, std::size_t tree) {
   return ids(node::all_nodes(machine.SG()[tree]));
-}
-
-// Plain nodes with the ids 0, 1, 2, ... and these parents; the first is the root of tree 0.
-MachineRecord record_of_parents(const std::vector<int>& parents) {
-  MachineRecord record;
-  for (const int parent : parents)
-    record.nodes.push_back(
-        node_record(kPlain, parent, static_cast<int>(record.nodes.size()), 0, 0, numbers_from(1)));
-  record.roots[0] = 0;
-  return record;
 }
 
 struct LoadedRich : testing::Test {

@@ -47,6 +47,16 @@ inline NodeRecord node_record(int kind, int parent, int id, unsigned int flags, 
   return n;
 }
 
+// Plain nodes with the ids 0, 1, 2, ... and these parents; the first is the root of tree 0.
+inline MachineRecord record_of_parents(const std::vector<int>& parents) {
+  MachineRecord record;
+  for (const int parent : parents)
+    record.nodes.push_back(
+        node_record(kPlain, parent, static_cast<int>(record.nodes.size()), 0, 0, numbers_from(1)));
+  if (!parents.empty()) record.roots[0] = 0;
+  return record;
+}
+
 inline MachineRecord rich_record() {
   MachineRecord m;
   m.type = 1;

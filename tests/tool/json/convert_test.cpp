@@ -5,24 +5,23 @@
 #include <gtest/gtest.h>
 
 #include "tool/process.h"
+#include "tool/shipped.h"
 
 namespace {
 
 using tool_test::Ended;
 using tool_test::in_tree;
+using tool_test::kShipped;
 using tool_test::make_folder;
 using tool_test::read_file;
 using tool_test::run_tool;
 using tool_test::write_file;
 
-const char* const kMachines[] = {"table_table_trunnion", "head_table_swivel", "head_head_fork",
-                                 "head_table_inch"};
-
 std::string shipped(const std::string& name) { return in_tree("examples/machines/" + name); }
 
 TEST(Convert, GoesFromBinaryToTextAndBack) {
   const std::string folder = make_folder("there_and_back");
-  for (const std::string name : kMachines) {
+  for (const std::string name : kShipped) {
     const std::string text = folder + "/" + name + ".json";
     const std::string back = folder + "/" + name + ".k5m";
     const Ended there = run_tool({"convert", shipped(name + ".k5m"), text});

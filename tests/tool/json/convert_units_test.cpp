@@ -17,14 +17,13 @@
 #include "system/tree_support.h"
 #include "tool/json/random_record.h"
 #include "tool/process.h"
+#include "tool/shipped.h"
 
 namespace {
 
 using namespace k5ax_test;
 using tool_test::in_tree;
-
-const char* const kMachines[] = {"table_table_trunnion", "head_table_swivel", "head_head_fork",
-                                 "head_table_inch"};
+using tool_test::kShipped;
 
 tool::MachineRecord shipped(const std::string& name) {
   return tool::read_record(in_tree("examples/machines/" + name + ".k5m"));
@@ -41,7 +40,7 @@ Point posed(md::CMachDef& machine, const Point& xyz, const Point& abc, double (&
 TEST(ConvertUnits, PosesEveryShippedMachineAsBefore) {
   Random random(5);
   int posed_count = 0;
-  for (const std::string name : kMachines) {
+  for (const std::string name : kShipped) {
     const tool::MachineRecord before = shipped(name);
     tool::MachineRecord after = before;
     tool::convert_units(after, !before.is_metric);
@@ -123,7 +122,7 @@ TEST(ConvertUnits, ThereAndBackIsWithinAUnitInTheLastPlace) {
   }
   EXPECT_GT(compared, 300);
 
-  for (const std::string name : kMachines) {
+  for (const std::string name : kShipped) {
     const tool::MachineRecord before = shipped(name);
     tool::MachineRecord after = before;
     tool::convert_units(after, !before.is_metric);

@@ -17,7 +17,7 @@ using tool::JsonKind;
 using tool::JsonView;
 
 // The complaint about a text; empty when there is none.
-std::string complaint(const std::string& text) {
+std::string error_of(const std::string& text) {
   try {
     const JsonDocument document(text, "m.json");
     return std::string();
@@ -49,7 +49,7 @@ TEST(JsonDocument, PassesOverCommentsWhenItCounts) {
 // The parser ends such a comment there too; found by the fuzzer, which made the places go round in circles.
 TEST(JsonDocument, EndsALineCommentAtACarriageReturn) {
   EXPECT_EQ(place_of("//\r{ \"a\": 1,// x /* \r \"b\": 2}", "b"), "1:28");
-  EXPECT_NE(complaint("//\r{//\r\"a\"/* x"), "");
+  EXPECT_NE(error_of("//\r{//\r\"a\"/* x"), "");
   const std::string with_null("{// x\0 \"b\": 12}", 15);
   EXPECT_EQ(place_of(with_null, "b"), "1:13");
 }
@@ -97,72 +97,72 @@ TEST(JsonDocument, ReadsEscapes) {
 // ---- what is no JSON ----
 
 TEST(JsonDocument, NamesWhereTheTextGoesWrong) {
-  EXPECT_EQ(complaint("{\n  \"a\": 1,\n}"), "m.json:3:1: unexpected '}'; remove the comma before it");
-  EXPECT_EQ(complaint("[1, 2,]"), "m.json:1:7: unexpected ']'; remove the comma before it");
-  EXPECT_EQ(complaint("{\"a\": 1 \"b\": 2}"), "m.json:1:9: unexpected string literal; put a comma before it");
-  EXPECT_EQ(complaint("[10 200]"), "m.json:1:5: unexpected number literal; put a comma before it");
-  EXPECT_EQ(complaint("{\"a\" 1}"), "m.json:1:6: unexpected number literal; expected ':'");
-  EXPECT_EQ(complaint("{3: 1}"), "m.json:1:2: unexpected number literal; write a key in quotes");
+  EXPECT_EQ(error_of("{\n  \"a\": 1,\n}"), "m.json:3:1: unexpected '}'; remove the comma before it");
+  EXPECT_EQ(error_of("[1, 2,]"), "m.json:1:7: unexpected ']'; remove the comma before it");
+  EXPECT_EQ(error_of("{\"a\": 1 \"b\": 2}"), "m.json:1:9: unexpected string literal; put a comma before it");
+  EXPECT_EQ(error_of("[10 200]"), "m.json:1:5: unexpected number literal; put a comma before it");
+  EXPECT_EQ(error_of("{\"a\" 1}"), "m.json:1:6: unexpected number literal; expected ':'");
+  EXPECT_EQ(error_of("{3: 1}"), "m.json:1:2: unexpected number literal; write a key in quotes");
   EXPECT_EQ(
-      complaint("{\"a\": mm}"),
+      error_of("{\"a\": mm}"),
       "m.json:1:7: invalid literal; write a number, a text in quotes, true, false or null; there is no NaN "
       "and no infinity");
-  EXPECT_EQ(complaint("[1,, 2]"), "m.json:1:4: unexpected ','; expected '[', '{', or a literal");
-  EXPECT_EQ(complaint("{\"a\": 1} {"), "m.json:1:10: unexpected '{'; expected end of input");
+  EXPECT_EQ(error_of("[1,, 2]"), "m.json:1:4: unexpected ','; expected '[', '{', or a literal");
+  EXPECT_EQ(error_of("{\"a\": 1} {"), "m.json:1:10: unexpected '{'; expected end of input");
 }
 
 TEST(JsonDocument, NamesAnEndThatComesTooSoon) {
-  EXPECT_EQ(complaint("{\"a\": [1, 2").rfind("m.json:1:12: unexpected end of input; ", 0), 0U)
-      << complaint("{\"a\": [1, 2");
-  EXPECT_EQ(complaint("").rfind("m.json:1:1: ", 0), 0U) << complaint("");
+  EXPECT_EQ(error_of("{\"a\": [1, 2").rfind("m.json:1:12: unexpected end of input; ", 0), 0U)
+      << error_of("{\"a\": [1, 2");
+  EXPECT_EQ(error_of("").rfind("m.json:1:1: ", 0), 0U) << error_of("");
 }
 
 TEST(JsonDocument, RefusesWhatIsNoNumber) {
   for (const char* text : {"[NaN]", "[Infinity]", "[-inf]", "[0x10]", "[01]", "[1.]", "[.5]", "[+1]"})
-    EXPECT_NE(complaint(text), "") << text;
+    EXPECT_NE(error_of(text), "") << text;
 }
 
 TEST(JsonDocument, RefusesANumberThatIsTooLarge) {
   EXPECT_EQ(
-      complaint("[1e999]"),
+      error_of("[1e999]"),
       "m.json:1:2: number overflow parsing '1e999'; give a number that a double can hold, up to 1.7e308");
 }
 
 TEST(JsonDocument, RefusesAKeyThatStandsTwice) {
-  EXPECT_EQ(complaint("{\"a\": {\"x\": 1, \"y\": 2, \"x\": 3}}"),
+  EXPECT_EQ(error_of("{\"a\": {\"x\": 1, \"y\": 2, \"x\": 3}}"),
             "m.json:1:29: /a/x: the key stands twice in this object; keep one of the two");
   // The same key, written in two ways.
-  EXPECT_NE(complaint("{\"x\": 1, \"\\u0078\": 2}"), "");
+  EXPECT_NE(error_of("{\"x\": 1, \"\\u0078\": 2}"), "");
 }
 
-TEST(JsonDocument, TakesTheSameKeyInTwoObjects) { EXPECT_EQ(complaint("[{\"x\": 1}, {\"x\": 1}]"), ""); }
+TEST(JsonDocument, TakesTheSameKeyInTwoObjects) { EXPECT_EQ(error_of("[{\"x\": 1}, {\"x\": 1}]"), ""); }
 
 TEST(JsonDocument, StaysOnOneLineWhateverStandsThere) {
   for (const char* text : {"{\"a\n\": 1}", "[\"\x01\"]", "[tru\x1b[31m]", "{\"\\n\": 1, \"\\n\": 2}"}) {
-    const std::string said = complaint(text);
+    const std::string said = error_of(text);
     EXPECT_NE(said, "") << text;
     for (const char c : said) EXPECT_GE(static_cast<unsigned char>(c), 0x20) << said;
   }
 }
 
 TEST(JsonDocument, ShortensWhatIsLong) {
-  EXPECT_LT(complaint("[" + std::string(100000, 'q') + "]").size(), 400U);
-  EXPECT_LT(complaint("{\"a\": \"" + std::string(100000, 'q')).size(), 400U);
+  EXPECT_LT(error_of("[" + std::string(100000, 'q') + "]").size(), 400U);
+  EXPECT_LT(error_of("{\"a\": \"" + std::string(100000, 'q')).size(), 400U);
 }
 
 // ---- depth and size ----
 
 TEST(JsonDocument, NestsAsDeepAsItLikes) {
   constexpr int kDepth = 1000000;
-  EXPECT_EQ(complaint(std::string(kDepth, '[') + std::string(kDepth, ']')), "");
-  EXPECT_EQ(complaint(std::string(kDepth, '[')).rfind("m.json:1:1000001: ", 0), 0U);
+  EXPECT_EQ(error_of(std::string(kDepth, '[') + std::string(kDepth, ']')), "");
+  EXPECT_EQ(error_of(std::string(kDepth, '[')).rfind("m.json:1:1000001: ", 0), 0U);
 }
 
 TEST(JsonDocument, IsQuickWithManyKeys) {
   std::string text = "{\"k\": 0";
   for (int i = 0; i < 200000; ++i) text += ", \"k" + std::to_string(i) + "\": 0";
-  EXPECT_EQ(complaint(text + "}"), "");
-  EXPECT_NE(complaint(text + ", \"k\": 1}"), "");
+  EXPECT_EQ(error_of(text + "}"), "");
+  EXPECT_NE(error_of(text + ", \"k\": 1}"), "");
 }
 
 }  // namespace

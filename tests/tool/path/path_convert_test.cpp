@@ -8,12 +8,14 @@
 #include <string>
 #include <vector>
 
+#include "support/near.h"
 #include "tool/path/path_machines.h"
 #include "tool/process.h"
 #include "tool/shipped.h"
 
 namespace {
 
+using k5ax_test::deg;
 using nlohmann::json;
 using tool_test::Ended;
 using tool_test::expect_golden;
@@ -44,8 +46,6 @@ Ended convert(const std::string& machine, const std::string& to, const std::stri
   how.input = text;
   return run_tool(arguments, how);
 }
-
-double deg(double angle_deg) { return angle_deg * math::D2R; }
 
 struct Xyz {
   double x, y, z;

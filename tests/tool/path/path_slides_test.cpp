@@ -8,12 +8,14 @@
 
 #include <k5ax/k5ax.h>
 
+#include "support/near.h"
 #include "tool/shipped.h"
 #include "tool/toolpath/slide_values.h"
 
 namespace {
 
 using Geometry::TPoint;
+using k5ax_test::deg;
 using tool::SlideValues;
 using tool_test::kFork;
 using tool_test::kShipped;
@@ -27,8 +29,6 @@ constexpr int kYNode = 2;
 constexpr int kZNode = 3;
 constexpr int kPrimaryNode = 4;
 constexpr int kSecondaryNode = 5;
-
-double deg(double angle_deg) { return angle_deg * math::D2R; }
 
 // Poses the trees, each pose from the table's zero pose, and reads the three slides.
 std::array<double, 3> posed(md::CMachDef& machine, const TPoint<double>& xyz, const TPoint<double>& abc) {
