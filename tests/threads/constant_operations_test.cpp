@@ -196,18 +196,6 @@ TEST_P(OneMachine, AndItsClonesAreChangedByAThreadEach) {
   EXPECT_GT(all.front().size(), 100u * kRounds);
 }
 
-// The sanitizer has to find this one: an update beside the questions is a race. scripts/threads asks for it
-// by name, to see that the sanitizer looks.
-TEST_P(OneMachine, DISABLED_AnUpdateBesideTheQuestionsIsARace) {
-  on_all_threads([&](int i) {
-    if (i == 0)
-      for (int round = 0; round < kRounds; ++round)
-        md::UpdateNodeAxes_(&machdef, Point(round, 2, 3), Point(0.1, 0.2, 0.3));
-    else
-      ask_everything(machdef);
-  });
-}
-
 INSTANTIATE_TEST_SUITE_P(Shipped, OneMachine, testing::ValuesIn(kMachines));
 
 }  // namespace
