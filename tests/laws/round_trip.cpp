@@ -49,4 +49,25 @@ double RoundTrips::length_scale(const Vec& p_mach, const Vec& p_part) const {
   return longest;
 }
 
+void WorstTrip::take(double its_ulps, const Vec& its_p, const Vec& its_abc) {
+  // Not `>`: what is not a number is the worst of all, and stays it.
+  if (its_ulps <= ulps || ulps != ulps) return;
+  ulps = its_ulps;
+  p = its_p;
+  abc = its_abc;
+}
+
+WorstTrip worst_trip(const vector_form::Machine& m, double size, std::uint64_t seed) {
+  const RoundTrips trips(m);
+  k5ax_test::Random random(seed);
+  WorstTrip worst;
+  for (std::int64_t i = 0; i < kTripsOfAMachine / 2; ++i) {
+    const Vec p = random.position(size);
+    const Vec abc = random.angles();
+    worst.take(trips.from_machine(vector_form::point(p), vector_form::point(abc)), p, abc);
+    worst.take(trips.from_part(vector_form::point(p), vector_form::point(abc)), p, abc);
+  }
+  return worst;
+}
+
 }  // namespace laws

@@ -3,6 +3,7 @@
 #ifndef K5AX_TESTS_LAWS_ROUND_TRIP_H
 #define K5AX_TESTS_LAWS_ROUND_TRIP_H
 
+#include <cstdint>
 #include <memory>
 
 #include <k5ax/machdef.h>
@@ -47,6 +48,20 @@ class RoundTrips {
   vector_form::Axis m_primary;
   vector_form::Axis m_secondary;
 };
+
+// The trip that came back farthest off, in units of the last place, and what it was.
+struct WorstTrip {
+  double ulps = 0;
+  vector_form::Vec p;
+  vector_form::Vec abc;
+
+  void take(double its_ulps, const vector_form::Vec& its_p, const vector_form::Vec& its_abc);
+};
+
+// RapidCheck makes the machines and a seed for each. The points come from an engine that is a hundred times
+// as fast, so that the library is what the time goes into.
+constexpr std::int64_t kTripsOfAMachine = 4096;
+WorstTrip worst_trip(const vector_form::Machine& m, double size, std::uint64_t seed);
 
 }  // namespace laws
 

@@ -12,45 +12,11 @@
 
 namespace {
 
-using k5ax_test::Random;
-using vector_form::point;
-using vector_form::Vec;
-
-// RapidCheck makes the machines and a seed for each. The points come from an engine that is a hundred times
-// as fast, so that the library is what the time goes into.
-constexpr std::int64_t kTripsOfAMachine = 4096;
+using laws::kTripsOfAMachine;
 
 std::int64_t trips_asked_for() {
   const char* const text = std::getenv("K5AX_ROUND_TRIPS");
   return text != nullptr ? std::atoll(text) : 400'000;
-}
-
-// In units of the last place, and where that was.
-struct Worst {
-  double ulps = 0;
-  Vec p;
-  Vec abc;
-
-  void take(double its_ulps, const Vec& its_p, const Vec& its_abc) {
-    // Not `>`: what is not a number is the worst of all, and stays it.
-    if (its_ulps <= ulps || ulps != ulps) return;
-    ulps = its_ulps;
-    p = its_p;
-    abc = its_abc;
-  }
-};
-
-Worst worst_of_a_machine(const vector_form::Machine& m, double size, std::uint64_t seed) {
-  const laws::RoundTrips trips(m);
-  Random random(seed);
-  Worst worst;
-  for (std::int64_t i = 0; i < kTripsOfAMachine / 2; ++i) {
-    const Vec p = random.position(size);
-    const Vec abc = random.angles();
-    worst.take(trips.from_machine(point(p), point(abc)), p, abc);
-    worst.take(trips.from_part(point(p), point(abc)), p, abc);
-  }
-  return worst;
 }
 
 TEST(RoundTrips, ComeBackToWhereTheyStarted) {
@@ -64,11 +30,11 @@ TEST(RoundTrips, ComeBackToWhereTheyStarted) {
   setenv("RC_PARAMS", parameters.c_str(), 0);
 
   std::int64_t done = 0;
-  Worst worst;
+  laws::WorstTrip worst;
   rc::detail::checkGTest([&](std::uint64_t points_seed) {
     const double size = *laws::machine_size();
     const vector_form::Machine m = *laws::machine(size);
-    const Worst its_worst = worst_of_a_machine(m, size, points_seed);
+    const laws::WorstTrip its_worst = laws::worst_trip(m, size, points_seed);
     done += kTripsOfAMachine;
     worst.take(its_worst.ulps, its_worst.p, its_worst.abc);
     RC_LOG() << "the worst of its trips: " << its_worst.p << " at the angles " << its_worst.abc << ", "

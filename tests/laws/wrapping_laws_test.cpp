@@ -24,7 +24,7 @@ constexpr double kSize = 300;
 // A point of length 520 at most, turned once by the library and once here, about directions that were turned
 // twice themselves: 26 units of the last place for each of the four turns, twice for a direction.
 constexpr double kTurned = 4 * 26 * 2;
-constexpr double kLongest = 520;
+constexpr double kLongestPoint = 520;
 
 // The arc cosine near 1 and -1 is good to the square root of eps alone: 1.5e-8 radians, three times for what
 // the cosine is rounded by before.
@@ -68,7 +68,7 @@ double wrapped_angle(const Wrapped& w) { return angle_of(part_axis(w.m), w.out_r
 RC_GTEST_PROP(WrappingLaws, ThePointKeepsItsHeightAndItsDistanceFromTheAxis, ()) {
   const Wrapped w = wrap();
   const double height = dot(w.p, w.d_axis);
-  const double allowed = kTurned * laws::unit_of_last_place(kLongest);
+  const double allowed = kTurned * laws::unit_of_last_place(kLongestPoint);
   RC_ASSERT(std::abs(dot(w.out_point, w.d_axis) - height) <= allowed);
   RC_ASSERT(std::abs(length(w.out_point - w.d_axis * height) - w.radius) <= allowed);
   RC_ASSERT(std::abs(length(w.p - w.d_axis * height) - w.radius) <= allowed);
@@ -79,7 +79,7 @@ RC_GTEST_PROP(WrappingLaws, TheAngleIsWithinHalfATurnAndTurnsThePointBack, ()) {
   RC_PRE(w.radius >= vector_form::kShortest);
   const double angle = wrapped_angle(w);
   RC_ASSERT(std::abs(angle) <= math::m_pi);
-  require_near(turned(w.out_point, w.d_axis, angle), w.p, kTurned, kLongest);
+  require_near(turned(w.out_point, w.d_axis, angle), w.p, kTurned, kLongestPoint);
 }
 
 RC_GTEST_PROP(WrappingLaws, OnlyTheComponentOfThePartsAxisIsReplaced, ()) {
@@ -97,7 +97,7 @@ RC_GTEST_PROP(WrappingLaws, ThePointLandsInTheHalfPlane, ()) {
   RC_PRE(w.radius >= vector_form::kShortest);
   const Vec expected = w.d_axis * dot(w.p, w.d_axis) + w.u_ref * w.radius;
   RC_ASSERT(laws::largest_component(w.out_point - expected) <=
-            kAngle * w.radius + kTurned * laws::unit_of_last_place(kLongest));
+            kAngle * w.radius + kTurned * laws::unit_of_last_place(kLongestPoint));
 }
 
 }  // namespace

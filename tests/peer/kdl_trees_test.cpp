@@ -29,12 +29,12 @@ using vector_form::point;
 using vector_form::Scene;
 using vector_form::Vec;
 
-constexpr int kMachines = 600;
+constexpr int kPosedMachines = 600;
 constexpr int kPoses = 3;
 
 // Fifteen nodes, lengths below 1e4: 15 * 10 roundings of eps / 2 of that on either side. A Z that leans has a
 // slope that is good to 2e-12, and a length of 1e4 at most.
-constexpr double kLength = 2 * 15 * 10 * 1.2e-16 * 1e4 + 2e-12 * 1e4;
+constexpr double kPosedLength = 2 * 15 * 10 * 1.2e-16 * 1e4 + 2e-12 * 1e4;
 
 using Values = std::map<std::size_t, double>;
 
@@ -68,7 +68,7 @@ template <class Check>
 void for_posed_machines(std::uint64_t seed, Check check) {
   Random random(seed);
   std::map<MACHINE_TYPE, int> posed;
-  for (int i = 0; i < kMachines; ++i) {
+  for (int i = 0; i < kPosedMachines; ++i) {
     const SceneOfMachine s = random_machine_scene(random);
     const BuiltScene built = build(s.scene);
     for (int n = 0; n < kPoses; ++n) {
@@ -85,7 +85,7 @@ void for_posed_machines(std::uint64_t seed, Check check) {
     }
   }
   for (const MACHINE_TYPE type : {MC_TT, MC_HT, MC_HH})
-    EXPECT_GT(posed[type], kMachines * kPoses / 4) << type;
+    EXPECT_GT(posed[type], kPosedMachines * kPoses / 4) << type;
 }
 
 TEST(TreesAgainstKdl, EveryNodeStandsWhereItDoesInKdlsTree) {
@@ -97,7 +97,7 @@ TEST(TreesAgainstKdl, EveryNodeStandsWhereItDoesInKdlsTree) {
         const KDL::Frame node_to_root = kdl.node_to_root(i, values[tree]);
         for (const Vec& p : {Vec{0, 0, 0}, Vec{300, 0, 0}, Vec{0, 300, 0}, Vec{0, 0, 300}})
           ASSERT_NEAR_POINT(carried(built.nodes[tree][i], point(p)),
-                            point(from_kdl(node_to_root * peer::to_kdl(p))), kLength)
+                            point(from_kdl(node_to_root * peer::to_kdl(p))), kPosedLength)
               << "tree " << tree << " node " << i;
       }
     }
@@ -113,7 +113,7 @@ TEST(TreesAgainstKdl, TheToolPointOfThePoseLiesOnThePartWhereKdlsTableHasTheComm
         KdlTree(s.scene.trees[1]).node_to_root(s.scene.trees[1].size() - 1, values[1]);
     const Vec by_trees = from_kdl(mach_to_part * tool_to_mach * KDL::Vector::Zero());
     const Vec by_lines = from_kdl(peer::machine_to_part(s.machine, abc) * peer::to_kdl(xyz));
-    ASSERT_NEAR_POINT(point(by_trees), point(by_lines), kLength);
+    ASSERT_NEAR_POINT(point(by_trees), point(by_lines), kPosedLength);
   });
 }
 
