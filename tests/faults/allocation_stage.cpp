@@ -19,12 +19,6 @@ constexpr int kParkedChild = 990;
 // More than is parked at any time here.
 constexpr int kMostParked = 200;
 
-NodePtr named(NodePtr n, int id) {
-  n->reset();
-  n->id(id);
-  return n;
-}
-
 // A machine with so many nodes, side by side, that walks and poses ask for memory.
 void make_wide(md::CMachDef& machine) {
   md::CMachDef small;

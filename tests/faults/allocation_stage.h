@@ -16,6 +16,13 @@ namespace k5ax_test {
 using AxisPtr = boost::shared_ptr<md::CAxis2>;
 using NodePtr = boost::shared_ptr<md::sg::node>;
 
+// A node from a pool as if it were new, under its own id.
+inline NodePtr named(NodePtr n, int id) {
+  n->reset();
+  n->id(id);
+  return n;
+}
+
 // Whether the pools have something to hand out.
 enum class Pools { cold, warm };
 

@@ -10,12 +10,6 @@ namespace {
 // Deep, so that what is made and dropped again on the way is more than a few.
 constexpr int kDeep = 60;
 
-NodePtr named(NodePtr n, int id) {
-  n->reset();
-  n->id(id);
-  return n;
-}
-
 std::string count_of(std::size_t count) { return std::to_string(count); }
 
 }  // namespace

@@ -77,9 +77,9 @@ double double_at(const Bytes& bytes, std::size_t offset) {
   return value;
 }
 
-using Point = std::array<double, 3>;
+using Triple = std::array<double, 3>;
 
-Point point_at(const Bytes& bytes, std::size_t offset) {
+Triple point_at(const Bytes& bytes, std::size_t offset) {
   return {double_at(bytes, offset), double_at(bytes, offset + 8), double_at(bytes, offset + 16)};
 }
 
@@ -99,7 +99,7 @@ struct RichBytes : testing::Test {
     bytes = saved(machine);
   }
 
-  void expect_axis(std::size_t at, const Point& base, const Point& vector, double min, double max, int type,
+  void expect_axis(std::size_t at, const Triple& base, const Triple& vector, double min, double max, int type,
                    int location, int mode) const {
     EXPECT_EQ(int_at(bytes, at), 1) << "version";
     EXPECT_EQ(point_at(bytes, at + 4), base);
@@ -170,19 +170,19 @@ TEST_F(RichBytes, BeginWithVersionTypeModeAndUnits) {
   EXPECT_EQ(int_at(bytes, 12), 0);
 }
 
-TEST_F(RichBytes, HaveTheLoadingVectorAt16) { EXPECT_EQ(point_at(bytes, 16), (Point{1.5, -2.5, 3.5})); }
+TEST_F(RichBytes, HaveTheLoadingVectorAt16) { EXPECT_EQ(point_at(bytes, 16), (Triple{1.5, -2.5, 3.5})); }
 
-TEST_F(RichBytes, HaveTheWorkZeroAt40) { EXPECT_EQ(point_at(bytes, 40), (Point{-4.25, 5.25, -6.25})); }
+TEST_F(RichBytes, HaveTheWorkZeroAt40) { EXPECT_EQ(point_at(bytes, 40), (Triple{-4.25, 5.25, -6.25})); }
 
 TEST_F(RichBytes, HaveTheHeadAt64) {
   EXPECT_EQ(double_at(bytes, 64), 0.125);
   EXPECT_EQ(double_at(bytes, 72), -0.25);
   EXPECT_EQ(double_at(bytes, 80), 3.75);
   EXPECT_EQ(double_at(bytes, 88), 2.125);
-  EXPECT_EQ(point_at(bytes, 96), (Point{0.5, 0.75, 5.875}));
-  EXPECT_EQ(point_at(bytes, 120), (Point{0.28, 0, 0.96}));
-  EXPECT_EQ(point_at(bytes, 144), (Point{0.96, 0, -0.28}));
-  EXPECT_EQ(point_at(bytes, 168), (Point{7.5, 8.5, 9.5}));
+  EXPECT_EQ(point_at(bytes, 96), (Triple{0.5, 0.75, 5.875}));
+  EXPECT_EQ(point_at(bytes, 120), (Triple{0.28, 0, 0.96}));
+  EXPECT_EQ(point_at(bytes, 144), (Triple{0.96, 0, -0.28}));
+  EXPECT_EQ(point_at(bytes, 168), (Triple{7.5, 8.5, 9.5}));
   EXPECT_EQ(static_cast<unsigned>(int_at(bytes, 192)), 0x80000004u);
   EXPECT_EQ(int_at(bytes, 196), 0);
 }
@@ -232,10 +232,10 @@ TEST_F(RichBytes, HaveTheToolNodeWithItsHeadAt1144) {
   EXPECT_EQ(double_at(bytes, 1272), -0.5);
   EXPECT_EQ(double_at(bytes, 1280), 1.125);
   EXPECT_EQ(double_at(bytes, 1288), 1.25);
-  EXPECT_EQ(point_at(bytes, 1296), (Point{1.375, 1.5, 1.625}));
-  EXPECT_EQ(point_at(bytes, 1320), (Point{0.6, 0, 0.8}));
-  EXPECT_EQ(point_at(bytes, 1344), (Point{0.8, 0, -0.6}));
-  EXPECT_EQ(point_at(bytes, 1368), (Point{2.125, 2.25, 2.375}));
+  EXPECT_EQ(point_at(bytes, 1296), (Triple{1.375, 1.5, 1.625}));
+  EXPECT_EQ(point_at(bytes, 1320), (Triple{0.6, 0, 0.8}));
+  EXPECT_EQ(point_at(bytes, 1344), (Triple{0.8, 0, -0.6}));
+  EXPECT_EQ(point_at(bytes, 1368), (Triple{2.125, 2.25, 2.375}));
   EXPECT_EQ(int_at(bytes, 1392), 0x20000001);
   EXPECT_EQ(int_at(bytes, 1396), 0);
 }
@@ -315,7 +315,7 @@ TEST(SavedMachine, WritesTheDirectionOfAnAxisAsItStands) {
   CMachDef machine;
   machine.setPrimary(md::CAxis2::create());
   machine.getPrimary()->SetAxisVector({3, 4, 0});
-  EXPECT_EQ(point_at(saved(machine), 232), (Point{3, 4, 0}));
+  EXPECT_EQ(point_at(saved(machine), 232), (Triple{3, 4, 0}));
 }
 
 TEST(SavedMachine, WritesNodesThatWereOnlyJustHungIn) {
