@@ -2,8 +2,8 @@
 #ifndef K5AX_TOOL_TOOLPATH_LINE_READER_H
 #define K5AX_TOOL_TOOLPATH_LINE_READER_H
 
+#include "tool/toolpath/decimal_number.h"
 #include "tool/toolpath/input.h"
-#include "tool/toolpath/short_number.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -2,7 +2,7 @@
 #include "tool/toolpath/path_table.h"
 
 #include "tool/errors.h"
-#include "tool/toolpath/short_number.h"
+#include "tool/toolpath/decimal_number.h"
 
 #include <algorithm>
 #include <cassert>
@@ -165,7 +165,7 @@ void PathTable::read(const Line& line, PathRow& row) {
 inline const char* PathTable::read_number(const Line& line, const char* field, std::size_t place) {
   const char* const end = line.text.data() + line.text.size();
   const char* const begin = skip_spaces(field, end);
-  const char* field_end = read_short_number(begin, m_values[place]);
+  const char* field_end = read_decimal_number(begin, m_values[place]);
   m_spans[place] = {begin, field_end};
   if (field_end == nullptr || (field_end != end && *field_end != ','))
     field_end = read_long_number(line, field, place);
