@@ -1,4 +1,5 @@
-// Numbers without exponents: which are read, and that they are what the C library, another reader, makes of them.
+// Numbers without exponents: which are read, and that they are what the C library, another reader, makes of
+// them.
 #include <gtest/gtest.h>
 
 #include <cstdint>
@@ -41,8 +42,8 @@ TEST(DecimalNumber, IsReadInEveryPlainForm) {
     expect_whole(text);
 }
 
-// Every number of digits before and behind the point, with any digits. Where the processor has no numbers of 64
-// bits, or the decimals lie halfway between two doubles, they may be left to another reader.
+// Every number of digits before and behind the point, with any digits. Where the processor has no numbers of
+// 64 bits, or the decimals lie halfway between two doubles, they may be left to another reader.
 TEST(DecimalNumber, IsTheDoubleNextToItsDecimals) {
   std::mt19937_64 random(17);
   int read = 0;
@@ -67,10 +68,13 @@ TEST(DecimalNumber, IsTheDoubleNextToItsDecimals) {
   }
   // 2 to 20 digits' places for the point, less the one without any digit: 209. One in 2^11 lies halfway.
   EXPECT_EQ(read + left, 400 * 209);
-  if (std::numeric_limits<long double>::digits == 64) EXPECT_LT(left, 400 * 209 / 500);
+  if (std::numeric_limits<long double>::digits == 64) {
+    EXPECT_LT(left, 400 * 209 / 500);
+  }
 }
 
-// 2^53 + 1 and 2^54 + 2, and what is as far from a double: both neighbours are as near, and the even one counts.
+// 2^53 + 1 and 2^54 + 2, and what is as far from a double: both neighbours are as near, and the even one
+// counts.
 TEST(DecimalNumber, HalfwayBetweenTwoDoublesIsLeftToAnotherReader) {
   double value = 0;
   for (const char* text : {"9007199254740993", "-9007199254740995", "18014398509481986", "900719925474099.25",
