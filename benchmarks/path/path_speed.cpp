@@ -176,11 +176,10 @@ int run(const Setup& setup) {
       write_text(path, shipped ? shipped_path(setup, machine) : scattered_path(setup, machine));
       const bool there = measure(setup, machine, kind, "machine", path, moved);
       const std::string back = setup.folder + "/back.csv";
-      // Shown beside the others, and not held to the limit.
-      measure(setup, machine, std::string(kind) + "-17", "part", moved, back);
+      const bool and_back = measure(setup, machine, std::string(kind) + "-17", "part", moved, back);
       write_text(path, rounded(moved));
-      const bool and_back = measure(setup, machine, kind, "part", path, back);
-      allowed = allowed && there && and_back;
+      const bool rounded_back = measure(setup, machine, kind, "part", path, back);
+      allowed = allowed && there && and_back && rounded_back;
     }
   }
   for (const char* name : {"path", "moved", "back", "copied"})
