@@ -45,7 +45,7 @@ void CMachDef::clone_scene_graph(const CMachDef& other) {
     if (root == nullptr) continue;
     std::vector<boost::shared_ptr<sg::node>> listed = std::move(m_nodes[i]);  // where cloning fails, none
     listed.reserve(other.m_nodes[i].size());
-    m_SG[i] = sg::node::_node_clone(*root, root->parent(), &listed);
+    m_SG[i] = sg::node::_node_clone(*root, &listed);
     m_nodes[i] = std::move(listed);
   }
   make_room_for_update();

@@ -21,7 +21,7 @@ boost::shared_ptr<node> node::shallow_clone() {
   boost::shared_ptr<node> self;  // between nodes of ours no reference is counted
   if (!is_ours(*this)) self = shared_from_this();
   boost::shared_ptr<node> copy = create();
-  copy->clear_links();  // one from the pool still has the links it was parked with
+  copy->start_anew();
   if (!self && is_ours(*copy))
     copy->copy_node_part(*this);
   else
@@ -32,12 +32,11 @@ boost::shared_ptr<node> node::shallow_clone() {
 
 boost::shared_ptr<node> node::node_clone(boost::shared_ptr<node> n) {
   if (!n) return {};
-  return _node_clone(*n, n->parent(), nullptr);
+  return _node_clone(*n, nullptr);
 }
 
 // Appends the copies to `listed`, unless that is null, in the order of all_nodes.
-boost::shared_ptr<node> node::_node_clone(node& n, const boost::shared_ptr<node>& parent,
-                                          std::vector<boost::shared_ptr<node>>* listed) {
+boost::shared_ptr<node> node::_node_clone(node& n, std::vector<boost::shared_ptr<node>>* listed) {
   struct Step {
     node* source;
     node* parent_copy;
@@ -63,8 +62,8 @@ boost::shared_ptr<node> node::_node_clone(node& n, const boost::shared_ptr<node>
   }
 
   // Deliberate: the copy hangs where its source hangs, as a sibling. It is hung there last, when nothing can
-  // fail any more.
-  if (parent) {
+  // fail any more, and when a parent that was parked and taken for the copy is a parent no more.
+  if (const boost::shared_ptr<node> parent = n.parent()) {
     parent->append_child(root);
     root->link_to(parent.get());
   }

@@ -86,6 +86,13 @@ bool node::is_linked_to_all_above() const {
   return true;
 }
 
+// For a node that may come from a pool, with the links it was parked with. Those of others to it go too: who
+// was its child once is not the new node's.
+void node::start_anew() {
+  take_links_away();
+  clear_links();
+}
+
 // Throws when `child` is this node or one of its ancestors, by links or by lists.
 void node::refuse_cycle(const node& child) const {
   const bool may_be_above = !child.m_children.empty() || child.m_first_linked != nullptr;

@@ -47,7 +47,7 @@ void tnode<T>::give_back(boost::shared_ptr<tnode>& n) {
 template <class T>
 boost::shared_ptr<node> tnode<T>::shallow_clone() {
   boost::shared_ptr<tnode> copy = take();
-  copy->clear_links();  // one from the pool still has the links it was parked with
+  copy->start_anew();
   copy->m_children.reserve(m_children.size());
   copy->copy_node_part(*this);
   copy_payload(copy->payload(), payload());

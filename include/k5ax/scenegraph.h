@@ -209,8 +209,7 @@ class K5AX_API node : public boost::enable_shared_from_this<node> {
   };
 
   static std::list<boost::shared_ptr<node>>& get_pool();
-  static boost::shared_ptr<node> _node_clone(node& n, const boost::shared_ptr<node>& parent,
-                                             std::vector<boost::shared_ptr<node>>* listed);
+  static boost::shared_ptr<node> _node_clone(node& n, std::vector<boost::shared_ptr<node>>* listed);
   static void list_nodes(const boost::shared_ptr<node>& n, std::vector<boost::shared_ptr<node>>& out);
   static void list_below(const node& n, std::vector<boost::shared_ptr<node>>& out);
   void copy_node_part(const node& from);
@@ -221,6 +220,7 @@ class K5AX_API node : public boost::enable_shared_from_this<node> {
   void hold(const boost::shared_ptr<node>& child);
   void release_children();
   void clear_links();
+  void start_anew();
   bool is_linked_to_all_above() const;
   void refuse_cycle(const node& child) const;
 

@@ -326,6 +326,40 @@ TEST(NodeClone, TakesParkedNodesWithoutTheirRemains) {
   EXPECT_FALSE(copy->parent());
 }
 
+// A node that was let go of by its parent still knows it. Where that one has been parked, the copy may be
+// made of it, and must not be hung under itself.
+TEST(NodeClone, OfAFormerChildOfAParkedNodeIsDetached) {
+  NodePtr parent = make_node(1);
+  const NodePtr child = make_node(2);
+  const NodePtr grandchild = make_node(3);
+  parent->add_child(child);
+  child->add_child(grandchild);
+  parent->reset();
+  ASSERT_EQ(child->parent(), parent);
+  node* const parked = parent.get();
+  node::free(parent);
+
+  const NodePtr copy = node::node_clone(child);
+  EXPECT_EQ(copy.get(), parked);
+  EXPECT_FALSE(copy->parent());
+  EXPECT_FALSE(child->parent());
+  EXPECT_EQ(ids(node::all_nodes(copy)), (std::vector<int>{2, 3}));
+}
+
+TEST(NodeClone, OfAFormerChildOfAParkedTypedNodeIsDetached) {
+  boost::shared_ptr<md::sg::tnode<md::CAxis2>> parent = md::NodeAxis_Create();
+  parent->node::reset();
+  const boost::shared_ptr<md::sg::tnode<md::CAxis2>> child = md::NodeAxis_Create();
+  child->node::reset();
+  parent->add_child(child);
+  parent->node::reset();
+  md::NodeAxis_Free(parent);
+
+  const NodePtr copy = node::node_clone(child);
+  EXPECT_FALSE(copy->parent());
+  EXPECT_EQ(node::all_nodes(copy).size(), 1u);
+}
+
 TEST(NodeClone, OfAChildOfATypedParentHangsThere) {
   const AxisNodePtr axis = make_axis_node(1, AXIS_B, ROTARY, {1, 2, 3}, {0, 1, 0});
   const NodePtr child = make_node(2);
