@@ -88,7 +88,7 @@ std::string folder_part(const std::string& path) { return path.substr(0, path.rf
 // Where a path leads when its last part is a symbolic link, and that link's last part, and so on. A link
 // that leads to nothing is followed all the same. Empty when there are too many links.
 std::string follow_links(std::string path) {
-  for (int link = 0; link < kMostLinks; ++link) {
+  for (int links = 0; links <= kMostLinks; ++links) {
     std::array<char, 4096> text;
     const ssize_t length = ::readlink(path.c_str(), text.data(), text.size());
     // Not a link, nothing there, or out of reach: whoever opens the path next learns which.

@@ -22,6 +22,7 @@
 #include "allocation_meter.h"
 #include "plain_vectors.h"
 #include "scratch.h"
+#include "system_calls.h"
 
 namespace {
 
@@ -214,6 +215,20 @@ TEST(FileStream, BlockLargerThanTheFileIsRefused) {
   make_file(folder / "file", std::string(3 * kBuffer, 'x'));
   EXPECT_THAT(error_of([&] { read_bytes(folder / "file", 3 * kBuffer + 1); }),
               EndsWith("unexpected end of file"));
+}
+
+// The beginning was read without moving on in the file; what follows is read from there.
+TEST(FileStream, FailingSeekIsReported) {
+  const ScratchFolder folder;
+  make_file(folder / "file", std::string(kSmallBuffer + 1, 'x'));
+  const std::string path = folder / "file";
+  std::string message;
+  {
+    k5ax_test::SystemCalls calls;
+    calls.seek_error = EIO;
+    message = error_of([&] { read_bytes(path, kSmallBuffer + 1); });
+  }
+  EXPECT_EQ(message, '"' + path + "\": cannot read: " + reason(EIO));
 }
 
 // What a damaged file claims must not decide how much memory is taken.

@@ -1,9 +1,7 @@
 // Saves that fail: what is said, and that the old file stays byte for byte with nothing left beside it.
 
 #include <fcntl.h>
-#include <grp.h>
 #include <signal.h>
-#include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
@@ -27,8 +25,10 @@ namespace fs = std::filesystem;
 using IIO::FILE_WRITE;
 using IIO::FileError;
 using IIO::FileStream;
+using k5ax_test::become_anybody;
 using k5ax_test::contents;
 using k5ax_test::error_of;
+using k5ax_test::fill_the_disk_at;
 using k5ax_test::in_a_process;
 using k5ax_test::make_file;
 using k5ax_test::Names;
@@ -37,19 +37,6 @@ using k5ax_test::save;
 using k5ax_test::ScratchFolder;
 using testing::EndsWith;
 using testing::HasSubstr;
-
-// From here on no file of this process may grow beyond `size` bytes: a disk that is full there.
-void fill_the_disk_at(rlim_t size) {
-  const rlimit limit = {size, size};
-  if (::setrlimit(RLIMIT_FSIZE, &limit) != 0) throw std::runtime_error("no limit");
-}
-
-// From here on this process may do only what anybody may, run by root or not.
-void become_anybody() {
-  if (::geteuid() != 0) return;
-  const bool done = ::setgroups(0, nullptr) == 0 && ::setgid(65534) == 0 && ::setuid(65534) == 0;
-  if (!done) throw std::runtime_error("still root");
-}
 
 TEST(FailedSave, FullDiskLeavesTheOldFile) {
   const ScratchFolder folder;
@@ -87,6 +74,30 @@ TEST(FailedSave, FullDiskLeavesNoNewFile) {
     return error_of([&] { save(path, "more than ten bytes"); }) != "(no FileError)";
   }));
   EXPECT_TRUE(folder.names().empty());
+}
+
+// Somebody ties the links to a circle after the system was asked whether the file is there.
+TEST(FailedSave, LinksThatBecomeACircleAreRefused) {
+  const ScratchFolder folder;
+  make_file(folder / "machine", "old");
+  const std::string path = folder / "machine";
+  std::string message;
+  {
+    k5ax_test::SystemCalls calls;
+    calls.endless_links = true;
+    message = error_of([&] { save(path, "new"); });
+  }
+  EXPECT_EQ(message, '"' + path + "\": cannot open for writing: " + reason(ELOOP));
+  EXPECT_EQ(contents(path), "old");
+  EXPECT_EQ(folder.names(), Names{"machine"});
+}
+
+TEST(FailedSave, WritingAfterAFailedWriteFailsToo) {
+  const std::string more_than_any_buffer(200000, 'n');
+  FileStream stream("/dev/full", FILE_WRITE);
+  EXPECT_EQ(error_of([&] { stream.Write(more_than_any_buffer.data(), more_than_any_buffer.size()); }),
+            "\"/dev/full\": cannot write: " + reason(ENOSPC));
+  EXPECT_EQ(error_of([&] { stream.Write("n", 1); }), "\"/dev/full\": cannot write: an earlier write failed");
 }
 
 TEST(FailedSave, FullDeviceSaysSo) {

@@ -275,6 +275,18 @@ TEST(Saving, LinkIntoAMissingFolderIsRefused) {
   EXPECT_EQ(folder.names(), Names{"link"});
 }
 
+// Linux follows 40 links, and refuses one more itself.
+TEST(Saving, FollowsAsManyLinksAsTheSystem) {
+  const ScratchFolder folder;
+  make_file(folder / "0", "old");
+  for (int i = 1; i <= 40; ++i) fs::create_symlink(std::to_string(i - 1), folder / std::to_string(i));
+  ASSERT_EQ(contents(folder / "40"), "old");
+  save(folder / "40", "new");
+  EXPECT_EQ(contents(folder / "0"), "new");
+  EXPECT_FALSE(fs::is_symlink(folder / "0"));
+  EXPECT_TRUE(fs::is_symlink(folder / "40"));
+}
+
 TEST(Saving, LinksInACircleAreRefused) {
   const ScratchFolder folder;
   fs::create_symlink("two", folder / "one");

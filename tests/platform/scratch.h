@@ -3,11 +3,14 @@
 #define K5AX_TESTS_PLATFORM_SCRATCH_H
 
 #include <fcntl.h>
+#include <grp.h>
 #include <stdlib.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <functional>
@@ -90,8 +93,36 @@ inline std::string error_of(const std::function<void()>& action) {
 // What the system calls an error number, as messages end with it.
 inline std::string reason(int code) { return std::system_category().message(code); }
 
-// In a build that counts what is reached: writes down what this process reached. Absent from other builds.
+// From here on no file of this process may grow beyond `size` bytes: a disk that is full there.
+inline void fill_the_disk_at(rlim_t size) {
+  rlimit limit;
+  if (::getrlimit(RLIMIT_FSIZE, &limit) != 0) throw std::runtime_error("no limit");
+  limit.rlim_cur = size;
+  if (::setrlimit(RLIMIT_FSIZE, &limit) != 0) throw std::runtime_error("no limit");
+}
+
+// From here on this process may do only what anybody may, run by root or not.
+inline void become_anybody() {
+  if (::geteuid() != 0) return;
+  const bool done = ::setgroups(0, nullptr) == 0 && ::setgid(65534) == 0 && ::setuid(65534) == 0;
+  if (!done) throw std::runtime_error("still root");
+}
+
+// There in a build that counts what is reached, and absent from others.
 extern "C" int __llvm_profile_write_file() __attribute__((weak));
+
+// Ends this process at once. Where it is counted what is reached, the program and the library write that down
+// at an ordinary end, for which files may be large again.
+[[noreturn]] inline void leave(int code) {
+  if (&__llvm_profile_write_file == nullptr) ::_exit(code);
+
+  rlimit limit;
+  if (::getrlimit(RLIMIT_FSIZE, &limit) == 0) {
+    limit.rlim_cur = limit.rlim_max;
+    ::setrlimit(RLIMIT_FSIZE, &limit);
+  }
+  std::exit(code);
+}
 
 // Runs `action` in a process of its own, for what would change this one for good (limits, user, signals) or
 // end it. Success means that it came to its end and answered true.
@@ -105,8 +136,7 @@ inline testing::AssertionResult in_a_process(const std::function<bool()>& action
     } catch (...) {
       code = 3;
     }
-    if (&__llvm_profile_write_file != nullptr) __llvm_profile_write_file();
-    ::_exit(code);
+    leave(code);
   }
   int status = 0;
   if (::waitpid(child, &status, 0) != child) return testing::AssertionFailure() << "cannot wait";

@@ -39,6 +39,19 @@ int close(int number) {
   return static_cast<int>(result);
 }
 
+off_t lseek(int number, off_t place, int whence) noexcept {
+  if (active != nullptr && active->seek_error != 0) return failed(active->seek_error);
+  return ::syscall(SYS_lseek, number, place, whence);
+}
+
+ssize_t readlink(const char* path, char* text, size_t size) noexcept {
+  if (active != nullptr && active->endless_links) {
+    std::memcpy(text, "link", 4);
+    return 4;
+  }
+  return ::syscall(SYS_readlink, path, text, size);
+}
+
 int getentropy(void* bytes, size_t size) {
   if (active != nullptr && active->random_error != 0) return failed(active->random_error);
   if (active != nullptr && active->zeros_for_random_calls > 0) {

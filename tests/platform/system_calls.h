@@ -17,6 +17,8 @@ struct SystemCalls {
   std::function<void()> on_flush;  // run at each of them
   int flush_error = 0;             // when not 0, every fsync fails with it
   int close_error = 0;             // when not 0, every close closes and then fails with it
+  int seek_error = 0;              // when not 0, every lseek fails with it
+  bool endless_links = false;      // everything is a symbolic link to "link" beside it
   int random_error = 0;            // when not 0, there are no random numbers, for this reason
   int zeros_for_random_calls = 0;  // so many calls for random numbers get zeros
 };

@@ -1,8 +1,5 @@
 // MachdefSave and MachdefLoad: what they answer, and what stands on the disk and in the machine afterwards.
 
-#include <grp.h>
-#include <signal.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -22,20 +19,6 @@ namespace {
 struct Rich : CMachDef {
   Rich() { make_rich(*this); }
 };
-
-// From here on no file of this process may grow beyond `size` bytes: a disk that is full there.
-void fill_the_disk_at(rlim_t size) {
-  ::signal(SIGXFSZ, SIG_IGN);
-  const rlimit limit = {size, size};
-  if (::setrlimit(RLIMIT_FSIZE, &limit) != 0) throw std::runtime_error("no limit");
-}
-
-// From here on this process may do only what anybody may, run by root or not.
-void become_anybody() {
-  if (::geteuid() != 0) return;
-  const bool done = ::setgroups(0, nullptr) == 0 && ::setgid(65534) == 0 && ::setuid(65534) == 0;
-  if (!done) throw std::runtime_error("still root");
-}
 
 // A machine whose file is larger than any buffer on the way: 1000 plain nodes of 120 bytes.
 MachineRecord long_record() {
