@@ -38,8 +38,7 @@ class Records {
  public:
   Records(const node_state* states, int count) : m_begin(states), m_end(states + std::max(count, 0)) {
     if (are_few()) return;
-    for (const node_state* state = m_begin; state != m_end; ++state)
-      if (state->id != 0) m_sorted.push_back(state);
+    for (const node_state* state = m_begin; state != m_end; ++state) m_sorted.push_back(state);
     std::sort(m_sorted.begin(), m_sorted.end(), comes_before);
   }
 
@@ -85,7 +84,8 @@ std::map<int, node_state> CMachDef_IdAxisState_get(const CMachDef& md) {
   std::map<int, node_state> states;
   visit_axis_nodes(md, [&states](sg::node& n) {
     node_state state;
-    if (node_state_get(n, state)) states.emplace(state.id, state);
+    k5axSgNode_state_get_(&n, &state);
+    states.emplace(state.id, state);
     return false;
   });
   return states;

@@ -64,9 +64,7 @@ bool CMachDef::is_valid() const {
 bool CMachDef::mw_valid() const {
   const bool valid = is_valid();
   if (!m_primary) return valid;
-  if (!m_secondary) return valid && has_travel(*m_primary);
-  if (m_machType == MC_HT)
-    return valid && has_travel(*m_primary) && table_then_head(*m_primary, *m_secondary);
+  if (!m_secondary || m_machType == MC_HT) return valid && has_travel(*m_primary);
   if (m_machType == MC_TT) return valid && has_travel(*m_secondary);
   return valid;
 }

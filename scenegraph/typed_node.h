@@ -25,7 +25,14 @@ struct tnode<T>::deleter {
 };
 
 template <class T>
-tnode<T>::tnode() : node(std::is_same<T, CAxis2>::value ? Kind::axis : Kind::tool), T() {
+tnode<T>::tnode()
+    : node([] {
+        if constexpr (std::is_same_v<T, CAxis2>)
+          return Kind::axis;
+        else
+          return Kind::tool;
+      }()),
+      T() {
   clear_payload(payload());
 }
 
