@@ -52,6 +52,29 @@ TEST(AxisRecordLayout, IsTheLeadingPartOfAnAxis) {
   EXPECT_EQ(record.mode, ROTARY);
 }
 
+// Private, so a host cannot ask for it: an explicit instance, which may name what is private, hands it out.
+using ToRecord = TAxis (CAxis2::*)() const;
+ToRecord axis_to_record();
+template <ToRecord conversion>
+struct HandsOut {
+  friend ToRecord axis_to_record() { return conversion; }
+};
+template struct HandsOut < &CAxis2::operator TAxis>;
+
+TEST(AxisRecord, IsWhatAnAxisConvertsTo) {
+  const auto axis = rotary_b_on_head();
+
+  const TAxis record = (axis.get()->*axis_to_record())();
+
+  EXPECT_NEAR_POINT(record.base, (TPoint<double>(1.5, -2.5, 3.5)), 0.0);
+  EXPECT_NEAR_POINT(record.vector, (TPoint<double>(0, -1, 0)), 0.0);
+  EXPECT_EQ(record.type, AXIS_B);
+  EXPECT_EQ(record.location, HEAD);
+  EXPECT_EQ(record.min, -1.25);
+  EXPECT_EQ(record.max, 2.75);
+  EXPECT_EQ(record.mode, ROTARY);
+}
+
 TEST(AxisRecordLayout, IsFollowedByTheOwnerAlone) {
   const auto axis = rotary_b_on_head();
   axis->machdef(owner_address(1));

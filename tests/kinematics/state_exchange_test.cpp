@@ -238,6 +238,56 @@ TEST_F(FlatStates, OfNoMachineAreZero) {
   EXPECT_EQ(CMachDef_IdAxisState_set2(nullptr, &s, -1), 0);
 }
 
+// So many that they are put in order before nodes are looked up: as the few above, with forty of ids that no
+// node has between them, smaller ones and larger.
+class ManyFlatStates : public FlatStates {
+ protected:
+  std::vector<node_state> records = {state(1, 0, 11), state(1, 3, 24)};
+
+  ManyFlatStates() {
+    for (int i = 0; i < 20; ++i) {
+      records.push_back(state(100 - i, 3, 1000 + i));
+      records.push_back(state(-100 + i, 3, 2000 + i));
+    }
+  }
+};
+
+TEST_F(ManyFlatStates, AreSetInAnyOrder) {
+  records.push_back(state(3, 5, 0.7));
+  EXPECT_EQ(set(records), 1);
+  EXPECT_EQ(m.value(c), 0.7);
+  EXPECT_EQ(m.twin(c)->flags(), 5u);
+}
+
+TEST_F(ManyFlatStates, OfTheRecordsOfAnIdTheLastWins) {
+  records.push_back(state(1, 7, 26));
+  EXPECT_EQ(set(records), 1);
+  EXPECT_EQ(m.value(x), 26);
+  EXPECT_EQ(m.twin(x)->flags(), 7u);
+}
+
+TEST_F(ManyFlatStates, LeaveAxisNodesWithoutARecord) {
+  EXPECT_EQ(set(records), 1);
+  EXPECT_EQ(m.value(b), 0.2);
+  EXPECT_EQ(m.value(c), 0.3);
+}
+
+TEST_F(ManyFlatStates, LeaveNodesWhoseIdsAreSmallerOrLargerThanAll) {
+  m.twin(b)->id(-1000);
+  m.twin(c)->id(1000);
+  EXPECT_EQ(set(records), 1);
+  EXPECT_EQ(m.value(x), 24);
+  EXPECT_EQ(m.value(b), 0.2);
+  EXPECT_EQ(m.value(c), 0.3);
+}
+
+TEST_F(ManyFlatStates, OfId0ArePassedOver) {
+  m.twin(c)->id(0);
+  records.push_back(state(0, 3, 25));
+  EXPECT_EQ(set(records), 1);
+  EXPECT_EQ(m.value(c), 0.3);
+}
+
 // Deliberate: unused records of a host's array carry the id 0, so the flat form passes them over; the map of
 // the class form has no unused entries, and there 0 is an id like any other.
 TEST(FlatStatesOfId0, ArePassedOver) {

@@ -7,6 +7,7 @@
 
 #include "axes/axis_support.h"
 #include "machdef/machine_support.h"
+#include "scenegraph/scene_tree.h"
 
 namespace {
 
@@ -292,6 +293,34 @@ TEST(MachineScaleOfTrees, KeepsIdsFlagsAndToolNodeValue) {
     ++i;
   }
   EXPECT_EQ(machdef->tool_node()->value(), 17);
+}
+
+TEST(MachineScaleOfTrees, TakesRootsOfEveryKind) {
+  CMachDef inches;
+  inches.setMetric(false);
+  inches.SG()[0] = k5ax_test::make_axis_node(1, AXIS_X, LINEAR, {0, 0, 0}, {1, 0, 0});
+  inches.SG()[0]->value(2);
+  const k5ax_test::ToolNodePtr tool = k5ax_test::make_tool_node(2);
+  tool->transform(numbered_transform(7));
+  inches.SG()[1] = tool;
+  inches.scale(true);
+  EXPECT_EQ(inches.SG()[0]->value(), 2 * 25.4);
+  // The rule of the tool node again, at the stored point, which is the origin.
+  EXPECT_NEAR_MATRIX(tool->transform(), Geometry::Matrix(), 0.0);
+}
+
+// What is below it, it may scale in its own way.
+TEST(MachineScaleOfTrees, LeavesTheTreeBelowARootOfAHostsClassToIt) {
+  std::vector<k5ax_test::Call> log;
+  CMachDef inches;
+  inches.setMetric(false);
+  inches.SG()[0] = k5ax_test::make_axis_node(1, AXIS_X, LINEAR, {0, 0, 0}, {1, 0, 0});
+  inches.SG()[0]->value(2);
+  inches.SG()[1] = k5ax_test::HostNode::create(3, &log);
+  inches.scale(true);
+  EXPECT_EQ(inches.SG()[0]->value(), 2 * 25.4);
+  EXPECT_EQ(log, (std::vector<k5ax_test::Call>{{"scale_node", 3, true}}));
+  inches.SG()[1].reset();  // a pool would keep it longer than there is a log
 }
 
 // An axis node may outlive the machine that owned it; what its owner pointer names is gone then. The

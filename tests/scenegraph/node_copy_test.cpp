@@ -168,6 +168,17 @@ TEST(ShallowClone, TakesTheNodeParkedLast) {
   EXPECT_EQ(copy->id(), 1);
 }
 
+// A host may park nodes of its own class among the plain ones. They copy in their own way.
+TEST(ShallowClone, MadeFromAParkedNodeOfAHostsClassIsCopiedByThatClass) {
+  std::vector<Call> log;
+  const NodePtr from = make_node(17);
+  NodePtr parked = HostNode::create(1, &log);
+  node::free(parked);
+  const NodePtr copy = from->shallow_clone();
+  EXPECT_EQ(log, (std::vector<Call>{{"shallow_copy", 1, false}}));
+  EXPECT_EQ(copy->id(), 17);
+}
+
 TEST(ShallowClone, FromAParkedNodeStartsWithoutChildren) {
   const NodePtr n = make_node(1);
   ParkedNodeWithRemains parked;

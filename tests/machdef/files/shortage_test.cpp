@@ -146,3 +146,33 @@ TEST_P(MachineWithoutMemory, ResetThatCannotParkThrowsAndCanBeTakenUpAgain) {
   }
   EXPECT_EQ(bytes_without_pools(), before);
 }
+
+TEST(StreamWithoutMemory, WritesThroughItsSmallBuffer) {
+  const ScratchFolder folder;
+  const std::string path = folder / "file";
+  const std::string text = std::string(10000, 'a') + std::string(10000, 'b') + std::string(10000, 'c');
+  {
+    IIO::FileStream stream(path.c_str(), IIO::FILE_WRITE);
+    stream.Write(text.data(), 10000);
+    const MemoryShortage shortage(0, MemoryShortage::kLasting);
+    stream.Write(text.data() + 10000, 10000);
+    EXPECT_TRUE(MemoryShortage::struck());
+    stream.Write(text.data() + 20000, 10000);
+  }
+  EXPECT_EQ(contents(path), text);
+}
+
+TEST(StreamWithoutMemory, ReadsThroughItsSmallBuffer) {
+  const ScratchFolder folder;
+  const std::string path = folder / "file";
+  const std::string text = std::string(20000, 'a') + std::string(20000, 'b') + std::string(20000, 'c');
+  make_file(path, text);
+  std::string back(text.size(), '?');
+  {
+    IIO::FileStream stream(path.c_str(), IIO::FILE_READ);
+    const MemoryShortage shortage(0, MemoryShortage::kLasting);
+    for (std::size_t at = 0; at < text.size(); at += 10000) stream.Read(&back[at], 10000);
+    EXPECT_TRUE(MemoryShortage::struck());
+  }
+  EXPECT_EQ(back, text);
+}
