@@ -203,6 +203,7 @@ TEST(AxisOrthogonality, FailsForAnyComponentBeyondTheTolerance) {
 TEST(AxisOrthogonality, FailsExactlyAtTheTolerance) {
   EXPECT_FALSE(is_orthogonal(AXIS_X, {1, 5e-9, 0}));
   EXPECT_FALSE(is_orthogonal(AXIS_X, {1, 0, -5e-9}));
+  EXPECT_FALSE(is_orthogonal(AXIS_Y, {5e-9, 1, 0}));
 }
 
 TEST(AxisOrthogonality, LooksAtTheVectorAsStored) { EXPECT_FALSE(is_orthogonal(AXIS_X, {2, 0, 0})); }

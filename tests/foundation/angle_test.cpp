@@ -26,7 +26,13 @@ TEST(AngleFromZero, FullTurnIsZero) { EXPECT_EQ(k5ax_normalise_angle(kTurn, kFro
 
 TEST(AngleFromZero, ZeroStays) { EXPECT_EQ(k5ax_normalise_angle(0.0, kFromZero), 0.0); }
 
+TEST(AngleFromZero, ZeroWithASignStaysAsItIs) {
+  // A turn up and one down would take the sign.
+  EXPECT_TRUE(std::signbit(k5ax_normalise_angle(-0.0, kFromZero)));
+}
+
 TEST(AngleFromZero, AngleInsideTheRangeStaysExactly) {
+  EXPECT_EQ(k5ax_normalise_angle(0.1, kFromZero), 0.1);  // a turn up and one down would take its last bits
   EXPECT_EQ(k5ax_normalise_angle(1.25, kFromZero), 1.25);
   EXPECT_EQ(k5ax_normalise_angle(5.0, kFromZero), 5.0);
 }

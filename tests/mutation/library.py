@@ -58,14 +58,29 @@ class Library:
         objects = folder / "objects"
         objects.mkdir(parents=True, exist_ok=True)
         self.units = []
+        self.internal_tests = []  # of what the shared library hides; linked with the library's objects
         for entry in json.loads((tree / "compile_commands.json").read_text()):
             source = pathlib.Path(entry["file"])
-            if source.is_relative_to(root) and source.relative_to(root).parts[0] in LIBRARY_FOLDERS:
+            if not source.is_relative_to(root):
+                continue
+            if source.relative_to(root).parts[0] in LIBRARY_FOLDERS:
                 self.units.append(Unit(entry, root, objects))
-        in_parallel(lambda unit: unit.compile_as_it_is(root), self.units)
+            elif "internal_tests.dir" in entry["command"]:
+                self.internal_tests.append(Unit(entry, root, objects))
+        in_parallel(lambda unit: unit.compile_as_it_is(root), self.units + self.internal_tests)
 
     def build_as_it_is(self, folder):
         return self._link({}, folder)
+
+    def link_internal_tests(self, folder):
+        """The program of the internal tests, with the objects that `build` left in `folder`."""
+        program = folder / "internal_tests"
+        objects = [unit.object for unit in self.internal_tests]
+        for unit in self.units:
+            changed = folder / unit.object.name
+            objects.append(changed if changed.exists() else unit.object)
+        self._run_linker(["-o", str(program), *map(str, objects), "-lgmock", "-lgtest_main", "-lgtest"], folder)
+        return program
 
     def build(self, mutant, folder):
         """The mutated library in `folder`; None when it does not compile."""
@@ -83,11 +98,16 @@ class Library:
     def _link(self, changed, folder):
         library = folder / "libk5ax.so.1"
         objects = [str(changed.get(unit, unit.object)) for unit in self.units]
-        done = run(["g++", "-shared", "-Wl,-soname,libk5ax.so.1",
-                    f"-Wl,--version-script={self.root}/cmake/k5ax.map", "-o", str(library), *objects], folder)
+        self._run_linker(["-shared", "-Wl,-soname,libk5ax.so.1",
+                          f"-Wl,--version-script={self.root}/cmake/k5ax.map", "-o", str(library), *objects],
+                         folder)
+        return library
+
+    @staticmethod
+    def _run_linker(words, folder):
+        done = run(["g++", *words], folder)
         if done.returncode != 0:
             raise SystemExit(f"linking failed:\n{done.stderr}")
-        return library
 
 
 def write_mutant(root, mutant, shadow):

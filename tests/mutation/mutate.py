@@ -22,7 +22,7 @@ import time
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent))
 from library import Library  # noqa: E402
 from mutants import mutants_of  # noqa: E402
-from programs import all_pieces, finds, in_order_for  # noqa: E402
+from programs import all_pieces, finds, in_order_for, whole  # noqa: E402
 
 ROOMS = ("foundation", "axes", "scenegraph", "machdef", "kinematics", "platform/builtin")
 KEPT_PER_CENT = 95.0
@@ -60,6 +60,8 @@ class Trial:
         unchanged = self.folder / "unchanged"
         unchanged.mkdir()
         self.pieces = all_pieces(tree, unchanged, self.library.build_as_it_is(unchanged))
+        if finds(whole(self.library.link_internal_tests(unchanged)), None, unchanged):
+            sys.exit("the internal tests fail without any mutant")
         self.survivors = survivors
         self.log = log
         self.lock = threading.Lock()
@@ -76,6 +78,9 @@ class Trial:
             for piece in in_order_for(mutant.file, self.pieces):
                 if finds(piece, library, folder):
                     return "killed", piece.program.name + ("" if piece.is_quick else f" {piece.filter}")
+            internal_tests = whole(self.library.link_internal_tests(folder))
+            if finds(internal_tests, None, folder):
+                return "killed", internal_tests.program.name
             return "survived", ""
         finally:
             shutil.rmtree(folder, ignore_errors=True)

@@ -1,6 +1,8 @@
 // Points and directions carried from a node's frame to its parent's. A node remembers whether its transform
 // only translates, so each way of writing a transform is tried after one that turns, and before.
 
+#include <limits>
+
 #include "scenegraph/scene_tree.h"
 
 using namespace k5ax_test;
@@ -42,6 +44,18 @@ TEST(DirectionToParent, OfATranslationStays) {
   const NodePtr n = make_node(1);
   n->transform(Geometry::Translate(kOffset));
   EXPECT_EQ(n->direction_to_parent(kPoint), kPoint);
+}
+
+// Products with the zeros of the rotation would be no numbers.
+TEST(DirectionToParent, OfATranslationKeepsWhatHasNoEndToItsCoordinate) {
+  const NodePtr n = make_node(1);
+  n->transform(Geometry::Translate(kOffset));
+  const double endless = std::numeric_limits<double>::infinity();
+  for (const NodePtr& shifts : {n, NodePtr(moved_node())}) {
+    EXPECT_EQ(shifts->direction_to_parent({endless, 4, 8}), TPoint<double>(endless, 4, 8));
+    EXPECT_EQ(shifts->direction_to_parent({2, endless, 8}), TPoint<double>(2, endless, 8));
+    EXPECT_EQ(shifts->direction_to_parent({2, 4, endless}), TPoint<double>(2, 4, endless));
+  }
 }
 
 // (1, 2, 3) through the rows (1, 2, 3), (4, 5, 6), (7, 8, 9): 1 + 8 + 21 = 30, 2 + 10 + 24 = 36,
