@@ -15,17 +15,50 @@ md::CMachDef* owner(std::size_t number) {
   return reinterpret_cast<md::CMachDef*>(&places[number]);
 }
 
+// What holds for both kinds of typed node.
+struct AxisNodes {
+  using Ptr = AxisNodePtr;
+  static Ptr create() { return md::NodeAxis_Create(); }
+  static void free(Ptr& n) { md::NodeAxis_Free(n); }
+  static Ptr make(int id) { return make_axis_node(id, AXIS_X, LINEAR, {0, 0, 0}, {1, 0, 0}); }
+};
+
+struct ToolNodes {
+  using Ptr = ToolNodePtr;
+  static Ptr create() { return md::TOOL_NODE_Create(); }
+  static void free(Ptr& n) { md::TOOL_NODE_Free(n); }
+  static Ptr make(int id) { return make_tool_node(id); }
+};
+
+using BothKinds = testing::Types<AxisNodes, ToolNodes>;
+
+template <class Kind>
+class FreshTypedNode : public testing::Test {};
+template <class Kind>
+class TypedNodePool : public testing::Test {};
+template <class Kind>
+class TypedNodeClone : public testing::Test {};
+TYPED_TEST_SUITE(FreshTypedNode, BothKinds, );
+TYPED_TEST_SUITE(TypedNodePool, BothKinds, );
+TYPED_TEST_SUITE(TypedNodeClone, BothKinds, );
+
 }  // namespace
 
-TEST(FreshAxisNode, HasTheNodePartOfAFreshNode) {
+TYPED_TEST(FreshTypedNode, HasTheNodePartOfAFreshNode) {
   empty_pools();
-  const AxisNodePtr n = md::NodeAxis_Create();
+  const auto n = TypeParam::create();
   EXPECT_EQ(n->id(), 0);
   EXPECT_EQ(n->value(), 0);
   EXPECT_EQ(n->flags(), 0u);
   EXPECT_EQ(components(n->transform()), components(Matrix()));
   EXPECT_TRUE(n->children().empty());
   EXPECT_FALSE(n->parent());
+}
+
+TYPED_TEST(FreshTypedNode, KnowsTheSharedPointerThatOwnsIt) {
+  empty_pools();
+  const auto n = TypeParam::create();
+  EXPECT_EQ(n->shared_from_this(), n);
 }
 
 TEST(FreshAxisNode, HasTypeLocationAndModeMinusOne) {
@@ -50,12 +83,6 @@ TEST(FreshAxisNode, HasZeroDirectionLimitsAndOwner) {
   EXPECT_EQ(n->machdef(), nullptr);
 }
 
-TEST(FreshAxisNode, KnowsTheSharedPointerThatOwnsIt) {
-  empty_pools();
-  const AxisNodePtr n = md::NodeAxis_Create();
-  EXPECT_EQ(n->shared_from_this(), n);
-}
-
 // Deliberate: not the straight head of k5ax_angled_head_initialise, whose two directions are unit vectors.
 TEST(FreshToolNode, HasAHeadOfZeroBytes) {
   empty_pools();
@@ -65,29 +92,67 @@ TEST(FreshToolNode, HasAHeadOfZeroBytes) {
   EXPECT_EQ(std::memcmp(&n->payload(), zeros, sizeof zeros), 0);
 }
 
-TEST(FreshToolNode, HasTheNodePartOfAFreshNode) {
-  empty_pools();
-  const ToolNodePtr n = md::TOOL_NODE_Create();
-  EXPECT_EQ(n->id(), 0);
-  EXPECT_EQ(n->value(), 0);
-  EXPECT_EQ(n->flags(), 0u);
-  EXPECT_EQ(components(n->transform()), components(Matrix()));
-  EXPECT_TRUE(n->children().empty());
-  EXPECT_FALSE(n->parent());
-}
-
-TEST(FreshToolNode, KnowsTheSharedPointerThatOwnsIt) {
-  empty_pools();
-  const ToolNodePtr n = md::TOOL_NODE_Create();
-  EXPECT_EQ(n->shared_from_this(), n);
-}
-
-TEST(AxisNodePool, HandsOutTheNodeThatWasFreed) {
-  AxisNodePtr n = make_axis_node(1, AXIS_X, LINEAR, {0, 0, 0}, {1, 0, 0});
+TYPED_TEST(TypedNodePool, HandsOutTheNodeThatWasFreed) {
+  auto n = TypeParam::make(1);
   node* const address = n.get();
-  md::NodeAxis_Free(n);
+  TypeParam::free(n);
   EXPECT_FALSE(n);
-  EXPECT_EQ(md::NodeAxis_Create().get(), address);
+  EXPECT_EQ(TypeParam::create().get(), address);
+}
+
+TYPED_TEST(TypedNodePool, FreedNodeKeepsItsLinks) {
+  const NodePtr parent = make_node(1);
+  const NodePtr child = make_node(3);
+  auto n = TypeParam::make(2);
+  parent->add_child(n);
+  n->add_child(child);
+  TypeParam::free(n);
+  n = TypeParam::create();
+  EXPECT_EQ(n->parent(), parent);
+  EXPECT_EQ(n->children(), (std::vector<NodePtr>{child}));
+}
+
+TYPED_TEST(TypedNodePool, HandsOutTheLastFreedFirst) {
+  auto first = TypeParam::make(1);
+  auto second = TypeParam::make(2);
+  node* const first_address = first.get();
+  node* const second_address = second.get();
+  TypeParam::free(first);
+  TypeParam::free(second);
+  const auto one = TypeParam::create();
+  const auto two = TypeParam::create();
+  EXPECT_EQ(one.get(), second_address);
+  EXPECT_EQ(two.get(), first_address);
+}
+
+TYPED_TEST(TypedNodePool, FreeOfAnEmptyPointerParksNothing) {
+  auto n = TypeParam::make(1);
+  node* const address = n.get();
+  TypeParam::free(n);
+  typename TypeParam::Ptr empty;
+  TypeParam::free(empty);
+  EXPECT_FALSE(empty);
+  EXPECT_EQ(TypeParam::create().get(), address);
+}
+
+// Deliberate: as with plain nodes, nothing checks whether the node is parked already.
+TYPED_TEST(TypedNodePool, NodeFreedTwiceIsHandedOutTwice) {
+  auto n = TypeParam::make(1);
+  auto again = n;
+  node* const address = n.get();
+  TypeParam::free(n);
+  TypeParam::free(again);
+  const auto one = TypeParam::create();
+  const auto two = TypeParam::create();
+  EXPECT_EQ(one.get(), address);
+  EXPECT_EQ(two.get(), address);
+}
+
+TYPED_TEST(TypedNodePool, NodeThatIsOnlyDroppedIsDestroyed) {
+  auto n = TypeParam::make(1);
+  const boost::weak_ptr<node> watch = n;
+  n.reset();
+  EXPECT_TRUE(watch.expired());
 }
 
 TEST(AxisNodePool, FreedNodeKeepsNodeAndAxis) {
@@ -115,61 +180,6 @@ TEST(AxisNodePool, FreedNodeKeepsNodeAndAxis) {
   EXPECT_EQ(n->machdef(), owner(1));
 }
 
-TEST(AxisNodePool, FreedNodeKeepsItsLinks) {
-  const NodePtr parent = make_node(1);
-  const NodePtr child = make_node(3);
-  AxisNodePtr n = make_axis_node(2, AXIS_X, LINEAR, {0, 0, 0}, {1, 0, 0});
-  parent->add_child(n);
-  n->add_child(child);
-  md::NodeAxis_Free(n);
-  n = md::NodeAxis_Create();
-  EXPECT_EQ(n->parent(), parent);
-  EXPECT_EQ(n->children(), (std::vector<NodePtr>{child}));
-}
-
-TEST(AxisNodePool, HandsOutTheLastFreedFirst) {
-  AxisNodePtr first = make_axis_node(1, AXIS_X, LINEAR, {0, 0, 0}, {1, 0, 0});
-  AxisNodePtr second = make_axis_node(2, AXIS_X, LINEAR, {0, 0, 0}, {1, 0, 0});
-  node* const first_address = first.get();
-  node* const second_address = second.get();
-  md::NodeAxis_Free(first);
-  md::NodeAxis_Free(second);
-  const AxisNodePtr one = md::NodeAxis_Create();
-  const AxisNodePtr two = md::NodeAxis_Create();
-  EXPECT_EQ(one.get(), second_address);
-  EXPECT_EQ(two.get(), first_address);
-}
-
-TEST(AxisNodePool, FreeOfAnEmptyPointerParksNothing) {
-  AxisNodePtr n = make_axis_node(1, AXIS_X, LINEAR, {0, 0, 0}, {1, 0, 0});
-  node* const address = n.get();
-  md::NodeAxis_Free(n);
-  AxisNodePtr empty;
-  md::NodeAxis_Free(empty);
-  EXPECT_FALSE(empty);
-  EXPECT_EQ(md::NodeAxis_Create().get(), address);
-}
-
-// Deliberate: as with plain nodes, nothing checks whether the node is parked already.
-TEST(AxisNodePool, NodeFreedTwiceIsHandedOutTwice) {
-  AxisNodePtr n = make_axis_node(1, AXIS_X, LINEAR, {0, 0, 0}, {1, 0, 0});
-  AxisNodePtr again = n;
-  node* const address = n.get();
-  md::NodeAxis_Free(n);
-  md::NodeAxis_Free(again);
-  const AxisNodePtr one = md::NodeAxis_Create();
-  const AxisNodePtr two = md::NodeAxis_Create();
-  EXPECT_EQ(one.get(), address);
-  EXPECT_EQ(two.get(), address);
-}
-
-TEST(AxisNodePool, NodeThatIsOnlyDroppedIsDestroyed) {
-  AxisNodePtr n = make_axis_node(1, AXIS_X, LINEAR, {0, 0, 0}, {1, 0, 0});
-  const boost::weak_ptr<node> watch = n;
-  n.reset();
-  EXPECT_TRUE(watch.expired());
-}
-
 TEST(ToolNodePool, HandsOutTheNodeThatWasFreedAsItWas) {
   ToolNodePtr n = make_tool_node(17);
   n->payload().length2 = 44;
@@ -182,41 +192,6 @@ TEST(ToolNodePool, HandsOutTheNodeThatWasFreedAsItWas) {
   EXPECT_EQ(n->id(), 17);
   EXPECT_EQ(n->flags(), 3u);
   EXPECT_EQ(n->payload().length2, 44);
-}
-
-TEST(ToolNodePool, HandsOutTheLastFreedFirst) {
-  ToolNodePtr first = make_tool_node(1);
-  ToolNodePtr second = make_tool_node(2);
-  node* const first_address = first.get();
-  node* const second_address = second.get();
-  md::TOOL_NODE_Free(first);
-  md::TOOL_NODE_Free(second);
-  const ToolNodePtr one = md::TOOL_NODE_Create();
-  const ToolNodePtr two = md::TOOL_NODE_Create();
-  EXPECT_EQ(one.get(), second_address);
-  EXPECT_EQ(two.get(), first_address);
-}
-
-TEST(ToolNodePool, FreeOfAnEmptyPointerParksNothing) {
-  ToolNodePtr n = make_tool_node(1);
-  node* const address = n.get();
-  md::TOOL_NODE_Free(n);
-  ToolNodePtr empty;
-  md::TOOL_NODE_Free(empty);
-  EXPECT_FALSE(empty);
-  EXPECT_EQ(md::TOOL_NODE_Create().get(), address);
-}
-
-TEST(ToolNodePool, NodeFreedTwiceIsHandedOutTwice) {
-  ToolNodePtr n = make_tool_node(1);
-  ToolNodePtr again = n;
-  node* const address = n.get();
-  md::TOOL_NODE_Free(n);
-  md::TOOL_NODE_Free(again);
-  const ToolNodePtr one = md::TOOL_NODE_Create();
-  const ToolNodePtr two = md::TOOL_NODE_Create();
-  EXPECT_EQ(one.get(), address);
-  EXPECT_EQ(two.get(), address);
 }
 
 TEST(TypedPools, AreSeparateFromEachOtherAndFromThePlainOne) {
@@ -235,8 +210,8 @@ TEST(TypedPools, AreSeparateFromEachOtherAndFromThePlainOne) {
   EXPECT_EQ(md::TOOL_NODE_Create().get(), tool_address);
 }
 
-TEST(AxisNodeClone, HasTheNodePart) {
-  const AxisNodePtr n = make_axis_node(17, AXIS_B, ROTARY, {1, 2, 3}, {0, 1, 0});
+TYPED_TEST(TypedNodeClone, HasTheNodePart) {
+  const auto n = TypeParam::make(17);
   n->value(2.5);
   n->flags(0x80000003u);
   n->transform(numbered_matrix(20));
@@ -246,6 +221,36 @@ TEST(AxisNodeClone, HasTheNodePart) {
   EXPECT_EQ(copy->value(), 2.5);
   EXPECT_EQ(copy->flags(), 0x80000003u);
   EXPECT_EQ(components(copy->transform()), components(numbered_matrix(20)));
+}
+
+TYPED_TEST(TypedNodeClone, FromAParkedNodeStartsWithoutLinks) {
+  const auto n = TypeParam::make(1);
+  const NodePtr old_parent = make_node(8);
+  const NodePtr old_child = make_node(9);
+  auto parked = TypeParam::make(2);
+  old_parent->add_child(parked);
+  parked->add_child(old_child);
+  node* const address = parked.get();
+  TypeParam::free(parked);
+  const NodePtr copy = n->shallow_clone();
+  ASSERT_EQ(copy.get(), address);
+  EXPECT_TRUE(copy->children().empty());
+  EXPECT_FALSE(copy->parent());
+}
+
+TYPED_TEST(TypedNodeClone, OfANodeWithThreeChildrenHasNone) {
+  const auto n = TypeParam::make(1);
+  for (int id = 2; id <= 4; ++id) n->add_child(make_node(id));
+  const NodePtr copy = n->shallow_clone();
+  EXPECT_TRUE(copy->children().empty());
+  EXPECT_EQ(n->children().size(), 3u);
+}
+
+TYPED_TEST(TypedNodeClone, OfAChildHasNoParent) {
+  const NodePtr parent = make_node(1);
+  const auto n = TypeParam::make(2);
+  parent->add_child(n);
+  EXPECT_FALSE(n->shallow_clone()->parent());
 }
 
 TEST(AxisNodeClone, HasTheSevenFieldsOfTheAxis) {
@@ -287,53 +292,10 @@ TEST(AxisNodeClone, FromAParkedNodeKeepsThatNodesOwner) {
   EXPECT_EQ(md::sg::axis_node(copy.get())->machdef(), owner(2));
 }
 
-TEST(AxisNodeClone, FromAParkedNodeStartsWithoutLinks) {
-  const AxisNodePtr n = make_axis_node(1, AXIS_X, LINEAR, {0, 0, 0}, {1, 0, 0});
-  const NodePtr old_parent = make_node(8);
-  const NodePtr old_child = make_node(9);
-  AxisNodePtr parked = make_axis_node(2, AXIS_Y, LINEAR, {0, 0, 0}, {0, 1, 0});
-  old_parent->add_child(parked);
-  parked->add_child(old_child);
-  node* const address = parked.get();
-  md::NodeAxis_Free(parked);
-  const NodePtr copy = n->shallow_clone();
-  ASSERT_EQ(copy.get(), address);
-  EXPECT_TRUE(copy->children().empty());
-  EXPECT_FALSE(copy->parent());
-}
-
-TEST(AxisNodeClone, OfANodeWithThreeChildrenHasNone) {
-  const AxisNodePtr n = make_axis_node(1, AXIS_X, LINEAR, {0, 0, 0}, {1, 0, 0});
-  for (int id = 2; id <= 4; ++id) n->add_child(make_node(id));
-  const NodePtr copy = n->shallow_clone();
-  EXPECT_TRUE(copy->children().empty());
-  EXPECT_EQ(n->children().size(), 3u);
-}
-
-TEST(AxisNodeClone, OfAChildHasNoParent) {
-  const NodePtr parent = make_node(1);
-  const AxisNodePtr n = make_axis_node(2, AXIS_X, LINEAR, {0, 0, 0}, {1, 0, 0});
-  parent->add_child(n);
-  EXPECT_FALSE(n->shallow_clone()->parent());
-}
-
 TEST(AxisNodeClone, DoesNotNormaliseTheDirection) {
   const AxisNodePtr n = make_axis_node(1, AXIS_X, LINEAR, {0, 0, 0}, {3, 4, 0});
   const NodePtr copy = n->shallow_clone();
   EXPECT_EQ(md::sg::axis_node(copy.get())->GetAxisVector(), (TPoint<double>(3, 4, 0)));
-}
-
-TEST(ToolNodeClone, HasTheNodePart) {
-  const ToolNodePtr n = make_tool_node(17);
-  n->value(2.5);
-  n->flags(3);
-  n->transform(numbered_matrix(20));
-  const NodePtr copy = n->shallow_clone();
-  ASSERT_NE(copy, n);
-  EXPECT_EQ(copy->id(), 17);
-  EXPECT_EQ(copy->value(), 2.5);
-  EXPECT_EQ(copy->flags(), 3u);
-  EXPECT_EQ(components(copy->transform()), components(numbered_matrix(20)));
 }
 
 TEST(ToolNodeClone, HasTheWholeHeadPaddingIncluded) {
@@ -344,27 +306,6 @@ TEST(ToolNodeClone, HasTheWholeHeadPaddingIncluded) {
   const NodePtr copy = n->shallow_clone();
   ASSERT_NE(md::sg::tool_node(copy.get()), nullptr);
   EXPECT_EQ(std::memcmp(&md::sg::tool_node(copy.get())->payload(), bytes, sizeof bytes), 0);
-}
-
-TEST(ToolNodeClone, FromAParkedNodeStartsWithoutLinks) {
-  const ToolNodePtr n = make_tool_node(1);
-  const NodePtr old_parent = make_node(8);
-  const NodePtr old_child = make_node(9);
-  ToolNodePtr parked = make_tool_node(2);
-  old_parent->add_child(parked);
-  parked->add_child(old_child);
-  node* const address = parked.get();
-  md::TOOL_NODE_Free(parked);
-  const NodePtr copy = n->shallow_clone();
-  ASSERT_EQ(copy.get(), address);
-  EXPECT_TRUE(copy->children().empty());
-  EXPECT_FALSE(copy->parent());
-}
-
-TEST(ToolNodeClone, OfANodeWithThreeChildrenHasNone) {
-  const ToolNodePtr n = make_tool_node(1);
-  for (int id = 2; id <= 4; ++id) n->add_child(make_node(id));
-  EXPECT_TRUE(n->shallow_clone()->children().empty());
 }
 
 // Names that node and payload share mean the node's.
