@@ -46,11 +46,13 @@ TEST(MachineCopy, FillsTheAxesThatAreThere) {
 
   target->copy(*source);
 
-  // The same objects, so that pointers held elsewhere stay good.
+  // The same objects, so that pointers held elsewhere stay good; and the source is as it was.
   EXPECT_EQ(axes_of(*target), before);
+  const auto unchanged = full_machine();
   for (std::size_t i = 0; i < 5; ++i) {
     SCOPED_TRACE(i);
-    k5ax_test::expect_equal_records(*before[i], *axes_of(*source)[i]);
+    k5ax_test::expect_equal_records(*before[i], *axes_of(*unchanged)[i]);
+    k5ax_test::expect_equal_records(*axes_of(*source)[i], *axes_of(*unchanged)[i]);
   }
 }
 

@@ -316,10 +316,12 @@ TEST(MachineScaleOfTrees, LeavesTheTreeBelowARootOfAHostsClassToIt) {
   inches.setMetric(false);
   inches.SG()[0] = k5ax_test::make_axis_node(1, AXIS_X, LINEAR, {0, 0, 0}, {1, 0, 0});
   inches.SG()[0]->value(2);
-  inches.SG()[1] = k5ax_test::HostNode::create(3, &log);
+  const auto host_node = k5ax_test::HostNode::create(3, &log);
+  inches.SG()[1] = host_node;
   inches.scale(true);
   EXPECT_EQ(inches.SG()[0]->value(), 2 * 25.4);
   EXPECT_EQ(log, (std::vector<k5ax_test::Call>{{"scale_node", 3, true}}));
+  EXPECT_EQ(host_node->last_factor, kToMillimetres);
   inches.SG()[1].reset();  // a pool would keep it longer than there is a log
 }
 
