@@ -3,6 +3,8 @@
 //   -90 degrees about X takes (x, y, z) to (x, z, -y), about Y to (-z, y, x), about Z to (y, -x, z).
 #include <k5ax/machdef.h>
 
+#include <cmath>
+
 #include <gtest/gtest.h>
 
 #include "support/hand_machine.h"
@@ -316,6 +318,25 @@ TEST(Part2MachTransform, UndoesThePointTransformOfMach2PartCoords) {
 TEST(Part2MachCoords, CarriesThePointByThePartToMachineTransform) {
   EXPECT_NEAR_POINT(machine(MC_TT, TABLE, TABLE)->Part2MachCoords(Point(1, 2, 3), kQuarters),
                     Point(22, 13, -9), kHandTolerance);
+}
+
+// Back by +90 degrees about +X: (x, y, z) becomes (x, z, -y).
+TEST(Part2MachCoords, TurnsAboutAnAxisDirectionOf5e9AndAboutNoShorterOne) {
+  const auto machdef = make_machine(MC_TT, rotary_axis(AXIS_A, TABLE, Point(1, 0, 0), Point()), no_axis());
+  machdef->getPrimary()->SetAxisVector(Point(5e-9, 0, 0));
+  EXPECT_NEAR_POINT(machdef->Part2MachCoords(Point(1, 2, 3), kQuarters), Point(1, 3, -2), kHandTolerance);
+  machdef->getPrimary()->SetAxisVector(Point(std::nextafter(5e-9, 0), 0, 0));
+  EXPECT_NEAR_POINT(machdef->Part2MachCoords(Point(1, 2, 3), kQuarters), Point(1, 2, 3), 0);
+}
+
+// Back by +90 degrees about u, the bisector of +X and +Y: Z goes to -(u x Z) = -(1, -1, 0) / sqrt(2).
+TEST(Part2MachCoords, TheLengthOfTheAxisDirectionHasNoSay) {
+  const auto machdef = make_machine(MC_TT, rotary_axis(AXIS_A, TABLE, Point(1, 0, 0), Point()), no_axis());
+  for (const double length : {0.25, 1.0, std::sqrt(2.0), 40.0}) {
+    machdef->getPrimary()->SetAxisVector(Point(1, 1, 0) * (length / std::sqrt(2.0)));
+    EXPECT_NEAR_POINT(machdef->Part2MachCoords(Point(0, 0, 1), kQuarters),
+                      Point(-std::sqrt(0.5), std::sqrt(0.5), 0), kHandTolerance);
+  }
 }
 
 TEST(Part2MachCoords, WithoutAxesFallsBackAsTheTransformDoes) {
