@@ -229,6 +229,7 @@ TEST_F(FlatStates, ANegativeCountIsOneAndChangesNothing) {
 TEST_F(FlatStates, NoRecordsWithACountAreZeroAndChangeNothing) {
   const std::vector<double> before = everything();
   EXPECT_EQ(CMachDef_IdAxisState_set2(&m.machdef(), nullptr, 3), 0);
+  EXPECT_EQ(CMachDef_IdAxisState_set2(&m.machdef(), nullptr, 1), 0);
   EXPECT_EQ(everything(), before);
 }
 
