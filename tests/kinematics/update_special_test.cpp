@@ -107,6 +107,17 @@ TEST_F(TwoZ, AreAtRightAnglesWithinAThousandth) {
   EXPECT_FALSE(within_on_the_other_side.update(Point(20, 30, 40)));
 }
 
+// A transform that is no rotation, so that nothing rounds: Z becomes (1, 0, 0.001).
+TEST_F(TwoZ, AreAtRightAnglesAtExactlyAThousandth) {
+  Geometry::Matrix leaning;
+  leaning.SetMatrix(1, 0, 0, 0, 1, 0, 1, 0, 0.001, 0, 0, 0);
+  const NodePtr n = plain_node(0);
+  n->add_child(chain({x, y, z, tool}));
+  n->add_child(chain({plain_node(kFixedId, leaning), z2}));
+  SceneMachine m(n);
+  EXPECT_FALSE(m.update(Point(20, 30, 40)));
+}
+
 TEST_F(TwoZ, AreNotAtRightAnglesBeyondAThousandth) {
   SceneMachine beyond(root(math::m_pi2 - 0.0011));
   EXPECT_TRUE(beyond.update(Point(20, 30, 40)));
