@@ -209,6 +209,17 @@ TEST_F(TwoZ, AtRightAnglesPlaceBackwardsToo) {
   EXPECT_NEAR_POINT(xyz_values(m), Point(-28, 8, -0.0005), kHandTolerance);
 }
 
+// At the place already: 0, and not the -0 that a saved machine would show.
+TEST_F(TwoZ, AtRightAnglesLeaveAnAxisThatHasNoWayToGoAtZeroWithoutASign) {
+  x->flags(kDrivenAndMarked);
+  md::sg::axis_node(y.get())->SetAxisVector(kX);
+  md::NodeAxis_transform_set(0, *md::sg::axis_node(y.get()), 8);
+  SceneMachine m(perpendicular());
+  EXPECT_TRUE(m.update(Point(8, 0, 0)));
+  EXPECT_EQ(m.value(x), 0);
+  EXPECT_FALSE(std::signbit(m.value(x)));
+}
+
 TEST_F(TwoZ, AtRightAnglesPlaceAnAxisThatPointsBackwards) {
   x = linear_node(1, AXIS_X, -kX, kDrivenAndMarked, 7);
   y = linear_node(2, AXIS_Y, kX, kDriven, 8);

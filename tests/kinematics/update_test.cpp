@@ -594,14 +594,25 @@ TEST_F(Update, ThroughAReferenceFailsAsWell) {
   EXPECT_FALSE(md::CMachDef_MachCoords2SG(m.machdef(), Point(10, 20, 30), Point()));
 }
 
+// Any two rotary axes and what they have to stand at for (0.1, 0.2, 0.3).
+struct RotaryPair {
+  AXIS_TYPE first;
+  double first_value;
+  AXIS_TYPE second;
+  double second_value;
+};
+constexpr RotaryPair kRotaryPairs[] = {{AXIS_A, 0.1, AXIS_B, 0.2}, {AXIS_B, 0.2, AXIS_C, 0.3}};
+
 TEST_F(Update, ThroughSixNumbersTakesXyzThenAbc) {
-  const NodePtr a = rotary_node(5, AXIS_A, TABLE, kX);
-  const NodePtr b = rotary_node(6, AXIS_B, TABLE, kY);
-  SceneMachine m(chain({x, y, z, tool}), chain({a, b}), a, b);
-  EXPECT_TRUE(UpdateNodeAxes_2(&m.machdef(), 10, 20, 30, 0.1, 0.2, 0.3));
-  EXPECT_NEAR_POINT(xyz_values(m), Point(10, 20, 30), 0);
-  EXPECT_EQ(m.value(a), 0.1);
-  EXPECT_EQ(m.value(b), 0.2);
+  for (const RotaryPair& pair : kRotaryPairs) {
+    const NodePtr first = rotary_node(5, pair.first, TABLE, kX);
+    const NodePtr second = rotary_node(6, pair.second, TABLE, kY);
+    SceneMachine m(chain({x, y, z, tool}), chain({first, second}), first, second);
+    EXPECT_TRUE(UpdateNodeAxes_2(&m.machdef(), 10, 20, 30, 0.1, 0.2, 0.3));
+    EXPECT_NEAR_POINT(xyz_values(m), Point(10, 20, 30), 0);
+    EXPECT_EQ(m.value(first), pair.first_value);
+    EXPECT_EQ(m.value(second), pair.second_value);
+  }
 }
 
 TEST_F(Update, ThroughSixNumbersFailsAsWell) {
@@ -614,14 +625,16 @@ TEST(UpdateOfNoMachine, IsFalseThroughSixNumbers) {
 }
 
 TEST_F(Update, ThroughAnArrayIsOneWhenReached) {
-  const NodePtr a = rotary_node(5, AXIS_A, TABLE, kX);
-  const NodePtr c = rotary_node(6, AXIS_C, TABLE, kZ);
-  SceneMachine m(chain({x, y, z, tool}), chain({a, c}), a, c);
   const double v[] = {10, 20, 30, 0.1, 0.2, 0.3};
-  EXPECT_EQ(k5axCMachDef_MachCoords2SG(&m.machdef(), v), 1);
-  EXPECT_NEAR_POINT(xyz_values(m), Point(10, 20, 30), 0);
-  EXPECT_EQ(m.value(a), 0.1);
-  EXPECT_EQ(m.value(c), 0.3);
+  for (const RotaryPair& pair : kRotaryPairs) {
+    const NodePtr first = rotary_node(5, pair.first, TABLE, kX);
+    const NodePtr second = rotary_node(6, pair.second, TABLE, kY);
+    SceneMachine m(chain({x, y, z, tool}), chain({first, second}), first, second);
+    EXPECT_EQ(k5axCMachDef_MachCoords2SG(&m.machdef(), v), 1);
+    EXPECT_NEAR_POINT(xyz_values(m), Point(10, 20, 30), 0);
+    EXPECT_EQ(m.value(first), pair.first_value);
+    EXPECT_EQ(m.value(second), pair.second_value);
+  }
 }
 
 TEST_F(Update, ThroughAnArrayIsZeroWhenNotReached) {
