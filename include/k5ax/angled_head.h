@@ -1,10 +1,12 @@
-// The angled head: a tool holder whose spindle is tilted and turned against the machine's Z axis.
+/// @file
+/// The angled head: a tool holder whose spindle is tilted and turned against the machine's Z axis.
 #ifndef K5AX_ANGLED_HEAD_H
 #define K5AX_ANGLED_HEAD_H
 
 #include <k5ax/foundation.h>
 
 #ifdef __cplusplus
+/// A record whose type information hosts may link to.
 #define K5AX_RECORD struct K5AX_API
 #else
 #define K5AX_RECORD struct
@@ -31,16 +33,23 @@ angled_head;
 
 K5AX_FLAT_BEGIN
 
-/// Every byte zero, then `tool_dir` (0, 0, 1) and `ref_dir` (1, 0, 0). Null is not tested.
+/// Makes a straight head: every byte zero, then `tool_dir` (0, 0, 1) and `ref_dir` (1, 0, 0).
+/// @param[out] head  the record. Null is not tested
 K5AX_API void k5ax_angled_head_initialise(angled_head* head);
 
 /// Copies all 136 bytes. Null is not tested.
+/// @param[out] dst  the copy
+/// @param src       what is copied
 K5AX_API void k5ax_angled_head_copy(angled_head* dst, const angled_head* src);
 
-/// The head's flags word. Null is not tested.
+/// The head's flags word.
+/// @param head  the record. Null is not tested
+/// @return the word; see `angled_head::flags`
 K5AX_API unsigned int k5ax_angled_head_flags_get(const angled_head* head);
 
-/// Replaces the head's flags word. Null is not tested.
+/// Replaces the head's flags word.
+/// @param head   the record. Null is not tested
+/// @param flags  the whole word
 K5AX_API void k5ax_angled_head_flags_set(angled_head* head, unsigned int flags);
 
 /// Computes the head's geometry from its angles and lengths; offset and flags stay.
@@ -56,12 +65,15 @@ K5AX_API void k5ax_angled_head_flags_set(angled_head* head, unsigned int flags);
 K5AX_API void k5ax_angled_head_set(double c_degrees, double b_degrees, const double lengths[2],
                                    double side_offset, angled_head* head);
 
-/// 1 when the head is angled: tilted by more than 0.001 radians either way, or its tip away from the mounting
-/// point at all. 0 when it is straight, which a head that is only turned is too. -1 for null.
+/// Whether the head is angled: tilted by more than 0.001 radians either way, or its tip away from the
+/// mounting point at all.
+/// @param head  the record
+/// @return 1 when it is angled, 0 when it is straight, which a head that is only turned is too, -1 for null
 K5AX_API int k5ax_is_angled_head(const angled_head* head);
 
-/// Multiplies both lengths, the tip and the offset by `factor`; angles, directions and flags stay. Nothing
-/// for null.
+/// Multiplies both lengths, the tip and the offset by `factor`; angles, directions and flags stay.
+/// @param head    the record; null does nothing
+/// @param factor  any number; 25.4 brings inches to millimetres
 K5AX_API void k5ax_angled_head_scale(angled_head* head, double factor);
 
 K5AX_FLAT_END

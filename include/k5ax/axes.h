@@ -1,4 +1,5 @@
-// One axis of a machine: its letter, its place, its line and its travel; made from and given back to a pool.
+/// @file
+/// One axis of a machine: its letter, its place, its line and its travel; made from and given back to a pool.
 #ifndef K5AX_AXES_H
 #define K5AX_AXES_H
 
@@ -69,11 +70,17 @@ typedef struct K5AX_MAY_ALIAS TAxis {
 namespace IIO {
 
 /// Writes a point: x, y, z, three doubles.
+/// @param stream  a writing stream; its exceptions pass through
+/// @param p       the point
+/// @return the stream
 inline Stream& operator<<(Stream& stream, const Geometry::TPoint<double>& p) {
   return stream << p.x << p.y << p.z;
 }
 
 /// Reads a point: x, y, z, three doubles.
+/// @param stream  a reading stream; its exceptions pass through
+/// @param[out] p  the point
+/// @return the stream
 inline Stream& operator>>(Stream& stream, Geometry::TPoint<double>& p) { return stream >> p.x >> p.y >> p.z; }
 
 }  // namespace IIO
@@ -98,85 +105,190 @@ class tnode;
 class K5AX_API CAxis2 {
  public:
   /// Copies the record; the new axis belongs to no machine.
+  /// @param other  the axis whose record it is
   CAxis2(const CAxis2& other);
+
   /// Copies the record and the owner. Only this operation carries the owner across.
+  /// @param other  the axis that this one becomes equal to
+  /// @return this axis
   CAxis2& operator=(const CAxis2& other);
+
   /// Returns nothing to a pool; only `free` does.
   ~CAxis2();
 
-  /// The axis parked last, exactly as it was when it was freed (owner included), or a fresh one: type,
-  /// location and mode -1, base point at the origin, direction, limits and owner zero. Throws std::bad_alloc.
+  /// Takes an axis out of the pool, or makes one.
+  /// @return the axis parked last, exactly as it was when it was freed (owner included), or a fresh one:
+  ///         type, location and mode -1, base point at the origin, direction, limits and owner zero. Throws
+  ///         std::bad_alloc
   static boost::shared_ptr<CAxis2> create();
-  /// `create()`, and every field of the record set. The direction is normalised: one shorter than 5e-9
-  /// becomes (0, 0, 1). The owner is not touched, so that an axis from the pool keeps its former one.
+
+  /// `create()`, and every field of the record set. The owner is not touched, so that an axis from the pool
+  /// keeps its former one.
+  /// @param type      the letter; like the other two enums, any value is kept
+  /// @param location  head or table
+  /// @param base      a point on the axis line, machine coordinates, length unit
+  /// @param vector    the direction, machine coordinates, any length; it is normalised, and one shorter than
+  ///                  5e-9 becomes (0, 0, 1)
+  /// @param min       the lower limit: a length for a linear axis, radians for a rotary one
+  /// @param max       the upper limit; not held against the lower one
+  /// @param mode      rotary or linear
+  /// @return the axis
   static boost::shared_ptr<CAxis2> create(AXIS_TYPE type, AXIS_LOCATION location,
                                           const Geometry::TPoint<double>& base,
                                           Geometry::TPoint<double> vector, double min, double max,
                                           AXIS_MODE mode);
-  /// A distinct axis with an equal record (its direction normalised anew); empty for an empty pointer. The
-  /// owner is whatever `create` gave.
+
+  /// Makes a distinct axis with an equal record.
+  /// @param axis  the axis to copy
+  /// @return the copy, its direction normalised anew, its owner whatever `create` gave; empty for an empty
+  ///         pointer
   static boost::shared_ptr<CAxis2> clone(boost::shared_ptr<CAxis2> axis);
-  /// Copies the record of `from` into `to`, which keeps its owner; nothing when either is empty.
+
+  /// Copies one axis's record into another, which keeps its owner; nothing when either is empty.
+  /// @param to    the axis that changes
+  /// @param from  the axis whose record it is
   static void copy(boost::shared_ptr<CAxis2> to, boost::shared_ptr<const CAxis2> from);
-  /// Copies the record of `from` into this axis, which keeps its owner; nothing when `from` is empty.
+
+  /// Copies a record into this axis, which keeps its owner.
+  /// @param from  the axis whose record it is; empty does nothing
   void copy(boost::shared_ptr<const CAxis2> from);
-  /// Parks the axis in the pool and empties the pointer; an empty pointer is left alone. Nothing is reset and
-  /// nothing is checked: free an axis once, through its last holder, or two later `create` calls give out the
-  /// same object. Throws std::bad_alloc, and then the pointer is as it was.
+
+  /// Parks an axis in the pool. Nothing is reset and nothing is checked: free an axis once, through its last
+  /// holder, or two later `create` calls give out the same object.
+  /// @param[in,out] axis  empty afterwards; an empty one is left alone. Where memory for the place in the
+  ///                      pool is missing, std::bad_alloc is thrown and the pointer is as it was
   static void free(boost::shared_ptr<CAxis2>& axis);
 
-  AXIS_TYPE GetAxis() const { return m_type; }                                 ///< the letter
-  void SetAxis(AXIS_TYPE type) { m_type = type; }                              ///< sets the letter
-  AXIS_LOCATION GetAxisLocation() const { return m_location; }                 ///< head or table
-  void SetAxisLocation(AXIS_LOCATION location) { m_location = location; }      ///< sets what the axis carries
-  Geometry::TPoint<double> GetBaseVector() const { return m_base; }            ///< a point on the axis line
-  void SetBaseVector(const Geometry::TPoint<double>& base) { m_base = base; }  ///< sets the base point
-  Geometry::TPoint<double> GetAxisVector() const { return m_vector; }          ///< the direction, as stored
+  /// The letter.
+  /// @return as it was set
+  AXIS_TYPE GetAxis() const { return m_type; }
+
+  /// Sets the letter.
+  /// @param type  any value is kept
+  void SetAxis(AXIS_TYPE type) { m_type = type; }
+
+  /// What the axis carries.
+  /// @return head or table, as it was set
+  AXIS_LOCATION GetAxisLocation() const { return m_location; }
+
+  /// Sets what the axis carries.
+  /// @param location  any value is kept
+  void SetAxisLocation(AXIS_LOCATION location) { m_location = location; }
+
+  /// A point on the axis line.
+  /// @return machine coordinates, length unit
+  Geometry::TPoint<double> GetBaseVector() const { return m_base; }
+
+  /// Sets the point on the axis line.
+  /// @param base  machine coordinates, length unit
+  void SetBaseVector(const Geometry::TPoint<double>& base) { m_base = base; }
+
+  /// The direction of the axis.
+  /// @return machine coordinates, as stored and of any length
+  Geometry::TPoint<double> GetAxisVector() const { return m_vector; }
+
   /// Stores the direction as it is; `create` normalises, this does not.
+  /// @param vector  machine coordinates, any length
   void SetAxisVector(const Geometry::TPoint<double>& vector) { m_vector = vector; }
-  double GetMin() const { return m_min; }       ///< lower travel limit
-  double GetMax() const { return m_max; }       ///< upper travel limit
-  void SetMin(double min) { m_min = min; }      ///< sets the lower limit; the upper one is not looked at
-  void SetMax(double max) { m_max = max; }      ///< sets the upper limit; the lower one is not looked at
-  AXIS_MODE mode() const { return m_mode; }     ///< rotary or linear
-  void mode(AXIS_MODE mode) { m_mode = mode; }  ///< sets how the axis moves
-  /// The machine definition that holds the axis, or null; a borrowed pointer that nothing keeps up to date
-  /// when the machine goes away.
+
+  /// The lower travel limit.
+  /// @return a length for a linear axis, radians for a rotary one
+  double GetMin() const { return m_min; }
+
+  /// The upper travel limit.
+  /// @return a length for a linear axis, radians for a rotary one
+  double GetMax() const { return m_max; }
+
+  /// Sets the lower limit; the upper one is not looked at.
+  /// @param min  a length for a linear axis, radians for a rotary one
+  void SetMin(double min) { m_min = min; }
+
+  /// Sets the upper limit; the lower one is not looked at.
+  /// @param max  a length for a linear axis, radians for a rotary one
+  void SetMax(double max) { m_max = max; }
+
+  /// How the axis moves.
+  /// @return rotary or linear, as it was set
+  AXIS_MODE mode() const { return m_mode; }
+
+  /// Sets how the axis moves.
+  /// @param mode  any value is kept
+  void mode(AXIS_MODE mode) { m_mode = mode; }
+
+  /// The machine definition that holds the axis.
+  /// @return a borrowed pointer, which nothing keeps up to date when the machine goes away; null for none
   const md::CMachDef* machdef() const { return m_machdef; }
-  /// Sets that pointer; null for none. The machine is not told.
+
+  /// Sets that pointer. The machine is not told.
+  /// @param machdef  null for none
   void machdef(md::CMachDef* machdef) { m_machdef = machdef; }
 
-  /// True when the location is head or table, the direction is longer than exactly 0, the letter is one of A,
-  /// B, C, X, Y, Z and max >= min. The mode is not looked at.
+  /// Whether the record makes an axis. The mode is not looked at.
+  /// @return true when the location is head or table, the direction is longer than exactly 0, the letter is
+  ///         one of A, B, C, X, Y, Z and max >= min
   bool is_valid() const;
-  /// True when the direction is the positive unit vector of the letter (A and X: (1, 0, 0); B and Y: (0, 1,
-  /// 0); C and Z: (0, 0, 1)), each component closer than 5e-9. The opposite direction is not orthogonal; nor
-  /// is another letter.
+
+  /// Whether the direction is the positive unit vector of the letter (A and X: (1, 0, 0); B and Y: (0, 1, 0);
+  /// C and Z: (0, 0, 1)).
+  /// @return true when each component is closer than 5e-9. The opposite direction is not orthogonal; nor is
+  ///         another letter
   bool is_orthogonal() const;
+
   /// Multiplies the base point by `factor`, and the limits as well where the mode is linear; the direction
-  /// and the limits of a rotary axis stay. Nothing for an empty pointer.
+  /// and the limits of a rotary axis stay.
+  /// @param axis    the axis; empty does nothing
+  /// @param factor  any number; 25.4 brings inches to millimetres
   static void scale(boost::shared_ptr<CAxis2> axis, double factor);
 
-  /// The component of a triple that the letter names: A and X give x, B and Y y, C and Z z, any other type
-  /// 0.0. The value goes through as it is: no unit, no range, no limits.
+  /// The component of a triple that the letter names: A and X give x, B and Y y, C and Z z. The value goes
+  /// through as it is: no unit, no range, no limits.
+  /// @param x  the component of A and X
+  /// @param y  the component of B and Y
+  /// @param z  the component of C and Z
+  /// @return one of the three; 0.0 for any other type
   double GetValue(double x, double y, double z) const;
+
   /// The same as `GetValue`, for a triple of angles.
+  /// @param x  the angle of A and X, radians
+  /// @param y  the angle of B and Y, radians
+  /// @param z  the angle of C and Z, radians
+  /// @return one of the three; 0.0 for any other type
   double GetAngle(double x, double y, double z) const;
-  /// `GetValue` of the axis; 0.0 for an empty pointer.
+
+  /// `GetValue` of an axis.
+  /// @param axis  the axis; empty gives 0.0
+  /// @param x     the component of A and X
+  /// @param y     the component of B and Y
+  /// @param z     the component of C and Z
+  /// @return one of the three; 0.0 for any other type
   static double GetValue(boost::shared_ptr<CAxis2> axis, double x, double y, double z);
-  /// `GetAngle` of the axis; 0.0 for an empty pointer.
+
+  /// `GetAngle` of an axis.
+  /// @param axis  the axis; empty gives 0.0
+  /// @param x     the angle of A and X, radians
+  /// @param y     the angle of B and Y, radians
+  /// @param z     the angle of C and Z, radians
+  /// @return one of the three; 0.0 for any other type
   static double GetAngle(boost::shared_ptr<CAxis2> axis, double x, double y, double z);
-  /// Writes `value` into the component that the letter names; another type writes nothing.
+
+  /// Writes a value into the component that the letter names; another type writes nothing.
+  /// @param value      as it is: no unit, no range, no limits
+  /// @param[in,out] x  the component of A and X
+  /// @param[in,out] y  the component of B and Y
+  /// @param[in,out] z  the component of C and Z
   void SetValue(double value, double& x, double& y, double& z);
 
   /// Writes one axis record to a writing stream, else reads one; docs/file-format.md has the fields. The
   /// version read is ignored; the fields change only when the whole record was read. The owner is not part of
-  /// the record. The stream's exceptions pass through.
+  /// the record.
+  /// @param stream  its exceptions pass through
   void serialize(IIO::Stream& stream);
 
  protected:
+  /// Made by `create` alone.
   CAxis2();
 
+  /// The axes that were given back, the last one first to go out again.
   static std::list<boost::shared_ptr<CAxis2>> _axis_pool;
 
  private:
@@ -206,17 +318,28 @@ class K5AX_API CAxis2 {
   md::CMachDef* m_machdef;  // borrowed; null when the axis belongs to no machine
 };
 
-/// The letter of the axis; `AXIS_DUMMY` for an empty pointer.
+/// The letter of an axis.
+/// @param axis  the axis
+/// @return its letter; `AXIS_DUMMY` for an empty pointer
 K5AX_API AXIS_TYPE GetAxis(boost::shared_ptr<CAxis2> axis);
 
 }  // namespace md
 
-/// "A", "B", "C", "X", "Y", "Z", or the enumerator's name for the others; "AXIS_TYPE_UNKNOW", spelled so
-/// since hosts compare it, for any other value.
+/// The letter as a text.
+/// @param type  any value
+/// @return "A", "B", "C", "X", "Y", "Z", or the enumerator's name for the others; "AXIS_TYPE_UNKNOW", spelled
+///         so since hosts compare it, for any other value
 K5AX_API std::string AXIS_TYPE2String(AXIS_TYPE type);
-/// The enumerator's name; "AXIS_MODE_UNKNOWN" for any other value.
+
+/// The mode as a text.
+/// @param mode  any value
+/// @return the enumerator's name; "AXIS_MODE_UNKNOWN" for any other value
 K5AX_API std::string AXIS_MODE2String(AXIS_MODE mode);
-/// The enumerator's name; "AXIS_LOCATION_UNKNOW", spelled so since hosts compare it, for any other value.
+
+/// The location as a text.
+/// @param location  any value
+/// @return the enumerator's name; "AXIS_LOCATION_UNKNOW", spelled so since hosts compare it, for any other
+///         value
 K5AX_API std::string AXIS_LOCATION2String(AXIS_LOCATION location);
 
 /// An axis as the flat functions hand it out; in C it is the record itself.
@@ -228,29 +351,48 @@ typedef TAxis k5ax_axis;
 // Every record argument may point to an axis object, since that begins with its record.
 K5AX_FLAT_BEGIN
 
-/// A new record with the same seven fields, outside every pool; give it back with `axis_free`. Null for null.
-/// Memory running out is std::bad_alloc.
+/// A new record with the same seven fields, outside every pool. Memory running out is std::bad_alloc.
+/// @param axis  a record, or an axis object
+/// @return the record; give it back with `axis_free`. Null for null
 K5AX_API TAxis* axis_clone(const TAxis* axis);
 
-/// Copies the seven fields; nothing when either is null. Always 1.
+/// Copies the seven fields; nothing when either is null.
+/// @param[out] to  a record, or an axis object
+/// @param from     another one
+/// @return always 1
 K5AX_API int axis_copy(TAxis* to, const TAxis* from);
 
-/// Deletes a record from `axis_clone` and sets the caller's pointer to null; nothing for null. Always 1.
+/// Deletes a record from `axis_clone`.
+/// @param[in,out] axis  the caller's pointer, which is null afterwards; null, or a pointer to null, does
+///                      nothing
+/// @return always 1
 K5AX_API int axis_free(TAxis** axis);
 
-/// The record's location; -1 for null.
+/// The record's location.
+/// @param axis  a record, or an axis object
+/// @return head or table, as stored; -1 for null
 K5AX_API AXIS_LOCATION axis_location(const TAxis* axis);
 
-/// The address of the record's min, directly followed by max; may be written through. Lives as long as the
-/// record. Null for null.
+/// The record's limits, to read and write.
+/// @param axis  a record, or an axis object
+/// @return the address of min, directly followed by max; lives as long as the record. Null for null
 K5AX_API double* axis_limits(TAxis* axis);
 
-/// The component of the triple that the record's letter names (A and X: x, B and Y: y, C and Z: z); 0.0 for
-/// another type and for null.
+/// The component of a triple that the record's letter names.
+/// @param axis  a record, or an axis object
+/// @param x     the component of A and X
+/// @param y     the component of B and Y
+/// @param z     the component of C and Z
+/// @return one of the three; 0.0 for another type and for null
 K5AX_API double axis_get_value(const TAxis* axis, double x, double y, double z);
 
-/// Writes `value` to the component that the record's letter names; nothing for another type and for null. The
-/// three pointers are not tested. Always 1.
+/// Writes a value to the component that the record's letter names; nothing for another type and for null.
+/// @param axis       a record, or an axis object
+/// @param value      as it is: no unit, no range, no limits
+/// @param[in,out] x  the component of A and X; like the other two, null is not tested
+/// @param[in,out] y  the component of B and Y
+/// @param[in,out] z  the component of C and Z
+/// @return always 1
 K5AX_API int axis_set_value(const TAxis* axis, double value, double* x, double* y, double* z);
 
 K5AX_FLAT_END
@@ -269,41 +411,75 @@ inline const TAxis* record(const md::CAxis2* axis) { return reinterpret_cast<con
 
 }  // namespace k5ax_detail
 
+/// `axis_clone` of an axis object.
+/// @param axis  the axis
+/// @return its record, outside every pool; give it back with `axis_free`
 template <class A>
 k5ax_detail::if_axis<A, TAxis*> axis_clone(A* axis) {
   return axis_clone(k5ax_detail::record(axis));
 }
 
+/// `axis_copy` between axis objects; the owner stays.
+/// @param[out] to  an axis
+/// @param from     an axis
+/// @return always 1
 template <class A, class B>
 k5ax_detail::if_axis<A, k5ax_detail::if_axis<B, int>> axis_copy(A* to, B* from) {
   return axis_copy(k5ax_detail::record(to), k5ax_detail::record(from));
 }
 
+/// `axis_copy` from a record to an axis object; the owner stays.
+/// @param[out] to  an axis
+/// @param from     a record
+/// @return always 1
 template <class A>
 k5ax_detail::if_axis<A, int> axis_copy(A* to, const TAxis* from) {
   return axis_copy(k5ax_detail::record(to), from);
 }
 
+/// `axis_copy` from an axis object to a record.
+/// @param[out] to  a record
+/// @param from     an axis
+/// @return always 1
 template <class B>
 k5ax_detail::if_axis<B, int> axis_copy(TAxis* to, B* from) {
   return axis_copy(to, k5ax_detail::record(from));
 }
 
+/// `axis_location` of an axis object.
+/// @param axis  the axis
+/// @return head or table
 template <class A>
 k5ax_detail::if_axis<A, AXIS_LOCATION> axis_location(A* axis) {
   return axis_location(k5ax_detail::record(axis));
 }
 
+/// `axis_limits` of an axis object.
+/// @param axis  the axis
+/// @return the address of its lower limit, directly followed by the upper one
 template <class A>
 k5ax_detail::if_axis<A, double*> axis_limits(A* axis) {
   return axis_limits(k5ax_detail::record(axis));
 }
 
+/// `axis_get_value` of an axis object.
+/// @param axis  the axis
+/// @param x     the component of A and X
+/// @param y     the component of B and Y
+/// @param z     the component of C and Z
+/// @return one of the three; 0.0 for another type and for null
 template <class A>
 k5ax_detail::if_axis<A, double> axis_get_value(A* axis, double x, double y, double z) {
   return axis_get_value(k5ax_detail::record(axis), x, y, z);
 }
 
+/// `axis_set_value` of an axis object.
+/// @param axis       the axis
+/// @param value      as it is: no unit, no range, no limits
+/// @param[in,out] x  the component of A and X; like the other two, null is not tested
+/// @param[in,out] y  the component of B and Y
+/// @param[in,out] z  the component of C and Z
+/// @return always 1
 template <class A>
 k5ax_detail::if_axis<A, int> axis_set_value(A* axis, double value, double* x, double* y, double* z) {
   return axis_set_value(k5ax_detail::record(axis), value, x, y, z);

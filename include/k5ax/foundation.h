@@ -1,5 +1,6 @@
-// What everything else stands on: host callbacks, the process-wide switches, constant points, angle
-// constants.
+/// @file
+/// What everything else stands on: host callbacks, the process-wide switches, constant points, angle
+/// constants.
 #ifndef K5AX_FOUNDATION_H
 #define K5AX_FOUNDATION_H
 
@@ -19,9 +20,14 @@
 // The linkage of the flat functions, and the form in which one enum is declared for both languages: with the
 // underlying type int in C++, so that any integer may be stored, and with a plain type name in C.
 #ifdef __cplusplus
+/// Opens a run of flat functions: C linkage.
 #define K5AX_FLAT_BEGIN extern "C" {
+/// Closes that run.
 #define K5AX_FLAT_END }
+
+/// Begins an enum of the type `int` in C++, a plain one in C.
 #define K5AX_ENUM_BEGIN(name) enum name : int {
+/// Ends it.
 #define K5AX_ENUM_END(name) }
 #else
 #define K5AX_FLAT_BEGIN
@@ -55,39 +61,63 @@ class K5AX_API CUtility {
  public:
   /// A deleter that does nothing, for a boost::shared_ptr to an object that somebody else owns.
   struct K5AX_API null_deleter {
+    /// Leaves the object alone.
     void operator()(const void*) const {}
   };
 
-  /// Installs the sink for informational text; an empty function uninstalls it. Starts empty.
+  /// Installs the sink for informational text. Starts empty.
+  /// @param f  takes a text that lasts for the call; an empty function uninstalls the sink
   static void set_feedback_cbk(boost::function<void(const char*)> f);
-  /// Installs the sink for errors (text and code); an empty function uninstalls it. Starts empty.
+
+  /// Installs the sink for errors. Starts empty.
+  /// @param f  takes a text, which lasts for the call, and a code; an empty function uninstalls the sink
   static void set_error_cbk(boost::function<void(const char*, short)> f);
-  /// Installs the assertion hook (three texts and a line number); an empty function uninstalls it. Starts
-  /// empty.
+
+  /// Installs the assertion hook. Starts empty.
+  /// @param f  takes three texts, which last for the call, and a line number; an empty function uninstalls
+  ///           the hook
   static void set_assertion_handler_cbk(boost::function<void(const char*, const char*, const char*, long)> f);
 
-  /// Hands `text` to the feedback sink; without a sink it does nothing. The sink may use the text during the
-  /// call only.
+  /// Hands a text to the feedback sink; without a sink it does nothing.
+  /// @param text  the sink may use it during the call only
   static void feedback(const std::string& text);
-  /// Hands `text` and `code` to the error sink; without a sink it does nothing. The sink sees the low 16 bits
-  /// of `code` only. The library itself sends nothing here; the channel is for the host and the code it
-  /// links.
+
+  /// Hands a text and a code to the error sink; without a sink it does nothing. The library itself sends
+  /// nothing here; the channel is for the host and the code it links.
+  /// @param text  the sink may use it during the call only
+  /// @param code  the sink sees the low 16 bits only
   static void error(const std::string& text, int code);
+
   /// Hands the four arguments, unchanged and in this order, to the assertion hook; without a hook it does
   /// nothing (no abort, no exception). The library itself never calls it.
+  /// @param a     a text; what each of the three says is for the host and the code it links to agree on
+  /// @param b     another one
+  /// @param c     a third one
+  /// @param line  a line number
   static void assertion_failed(const char* a, const char* b, const char* c, long line);
 
-  /// True when the flags word has the developer bit (value 2).
+  /// Whether developer mode is on, in which `is_valid` says why.
+  /// @return true when the flags word has the developer bit (value 2)
   static bool developer();
+
   /// Sets or clears the developer bit (value 2); the other bits stay.
+  /// @param on  true sets it
   static void developer(bool on);
-  /// True when the flags word has the regression bit (value 4).
+
+  /// Whether regression mode is on, in which `is_valid` says why too.
+  /// @return true when the flags word has the regression bit (value 4)
   static bool regression();
+
   /// Sets or clears the regression bit (value 4); the other bits stay.
+  /// @param on  true sets it
   static void regression(bool on);
-  /// The whole flags word; 0 at the start. Bits other than 2 and 4 are kept and mean nothing to the library.
+
+  /// The process-wide flags word; 0 at the start.
+  /// @return the whole word. Bits other than 2 and 4 are kept and mean nothing to the library
   static unsigned int flags();
+
   /// Replaces the whole flags word.
+  /// @param word  any bits
   static void flags(unsigned int word);
 
   static const Geometry::TPoint<double> pt_o;  ///< the origin (0, 0, 0); usable before main
@@ -113,19 +143,29 @@ extern K5AX_API const double D2R;    ///< pi / 180, degrees to radians
 extern K5AX_API const double R2D;    ///< 180 / pi, radians to degrees
 
 /// a . b
+/// @param a  a vector
+/// @param b  another one
+/// @return the sum of the products of the components
 inline double dot(const Geometry::TPoint<double>& a, const Geometry::TPoint<double>& b) {
   return a.x * b.x + a.y * b.y + a.z * b.z;
 }
 
 /// a x b, by the right hand: X x Y = Z
+/// @param a  a vector
+/// @param b  another one
+/// @return the vector at right angles to both, its length |a| |b| sin(angle between them)
 inline Geometry::TPoint<double> cross(const Geometry::TPoint<double>& a, const Geometry::TPoint<double>& b) {
   return Geometry::TPoint<double>(a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x);
 }
 
 /// |v|
+/// @param v  a vector
+/// @return its Euclidean length; infinite where the squares overflow (beyond about 1e154)
 inline double length(const Geometry::TPoint<double>& v) { return std::sqrt(dot(v, v)); }
 
-/// v / |v|; a vector shorter than 5e-9 has no direction and gives (0, 0, 1).
+/// v / |v|
+/// @param v  a vector
+/// @return a unit vector; (0, 0, 1) for a vector shorter than 5e-9, which has no direction
 inline Geometry::TPoint<double> safe_normal(const Geometry::TPoint<double>& v) {
   const double v_length = length(v);
   if (v_length < 5e-9) return CUtility::pt_z;
@@ -138,19 +178,24 @@ inline Geometry::TPoint<double> safe_normal(const Geometry::TPoint<double>& v) {
 
 K5AX_FLAT_BEGIN
 
-/// The whole flags word, as `CUtility::flags()`.
+/// The process-wide flags word, as `CUtility::flags()`.
+/// @return the whole word
 K5AX_API unsigned int md_flags_get(void);
 
 /// Replaces the whole flags word, as `CUtility::flags(unsigned int)`.
+/// @param flags  any bits
 K5AX_API void md_flags_set(unsigned int flags);
 
-/// 1 when the flags word has the regression bit (value 4), else 0.
+/// Whether regression mode is on.
+/// @return 1 when the flags word has the regression bit (value 4), else 0
 K5AX_API int md_regression(void);
 
-/// Radians to degrees: 180 / pi.
+/// Radians to degrees.
+/// @return 180 / pi
 K5AX_API double k5ax_R2D(void);
 
-/// Degrees to radians: pi / 180.
+/// Degrees to radians.
+/// @return pi / 180
 K5AX_API double k5ax_D2R(void);
 
 /// Brings an angle into a range by whole turns.

@@ -1,4 +1,5 @@
-// The whole library.
+/// @file
+/// The whole library.
 #ifndef K5AX_K5AX_H
 #define K5AX_K5AX_H
 

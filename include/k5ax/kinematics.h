@@ -1,5 +1,6 @@
-// Wrapping about the rotary axis, posing the scene graph from machine coordinates, and the states of the axis
-// nodes. (Orientation and the part and machine transforms are members of md::CMachDef.)
+/// @file
+/// Wrapping about the rotary axis, posing the scene graph from machine coordinates, and the states of the
+/// axis nodes. (Orientation and the part and machine transforms are members of md::CMachDef.)
 #ifndef K5AX_KINEMATICS_H
 #define K5AX_KINEMATICS_H
 
@@ -61,31 +62,42 @@ K5AX_API void Cartesian2AxialRotaryVals(const CMachDef* machdef, const Geometry:
 K5AX_API bool UpdateNodeAxes_(CMachDef* md, Geometry::TPoint<double> xyz, Geometry::TPoint<double> abc);
 
 /// `UpdateNodeAxes_` on a reference.
+/// @param md   the machine
+/// @param xyz  X, Y, Z, length unit
+/// @param abc  A, B, C, radians
+/// @return as `UpdateNodeAxes_`
 K5AX_API bool CMachDef_MachCoords2SG(CMachDef& md, const Geometry::TPoint<double>& xyz,
                                      const Geometry::TPoint<double>& abc);
 
-/// Reads machine coordinates back out of the scene graph.
-///
-/// `xyz`: the origin carried through the tool node's stack, then through the linear axis nodes and the plain
-/// nodes of id 1 or more between the first leaf of tree 1 and its root, so that the table's rotation does not
-/// enter. Fixed offsets that belong to the rotation are left out by the reserved id -999.
-/// `abc`: the values of the two nodes of `SG_RotAxs`, by letter; a component that none writes stays as it
-/// was. Allocates nothing.
+/// Reads machine coordinates back out of the scene graph. Allocates nothing.
+/// @param md           the machine, as it was posed; nothing in it changes
+/// @param[out] xyz     the origin carried through the tool node's stack, then through the linear axis nodes
+///                     and the plain nodes of id 1 or more between the first leaf of tree 1 and its root, so
+///                     that the table's rotation does not enter. Fixed offsets that belong to the rotation
+///                     are left out by the reserved id -999
+/// @param[in,out] abc  the values of the two nodes of `SG_RotAxs`, by letter; a component that none writes
+///                     stays as it was
 K5AX_API void CMachDef_SG2MachCoords(CMachDef& md, Geometry::TPoint<double>& xyz,
                                      Geometry::TPoint<double>& abc);
 
-/// The states of all axis nodes of both trees by node id, tree 0 first; of two nodes with the same id the
-/// first wins.
+/// The states of all axis nodes of both trees.
+/// @param md  the machine
+/// @return states by node id; of two nodes with the same id the first wins, tree 0 before tree 1
 K5AX_API std::map<int, node_state> CMachDef_IdAxisState_get(const CMachDef& md);
 
 /// Gives every axis node of both trees whose id is in `states` those flags and that value, and rebuilds its
 /// transform. Ids without a node and nodes without an entry are left alone.
+/// @param md      the machine
+/// @param states  states by node id
 K5AX_API void CMachDef_IdAxisState_set(CMachDef& md, const std::map<int, node_state>& states);
 
 }  // namespace md
 
-/// The component that belongs to the letter: of `abc` for A, B, C, of `xyz` for X, Y, Z; null for any other
-/// type.
+/// The component that belongs to a letter.
+/// @param type  the letter
+/// @param xyz   where X, Y, Z have theirs
+/// @param abc   where A, B, C have theirs
+/// @return the address in `xyz` or `abc`; null for any other type
 K5AX_API double* AXIS_TYPE_val_get(AXIS_TYPE type, Geometry::TPoint<double>& xyz,
                                    Geometry::TPoint<double>& abc);
 
@@ -93,51 +105,89 @@ K5AX_API double* AXIS_TYPE_val_get(AXIS_TYPE type, Geometry::TPoint<double>& xyz
 
 K5AX_FLAT_BEGIN
 
-/// The pointer that belongs to the letter; null for a type outside A to Z.
+/// The pointer that belongs to a letter. The pointers are not looked at.
+/// @param type  the letter
+/// @param x     what X gives
+/// @param y     what Y gives
+/// @param z     what Z gives
+/// @param a     what A gives
+/// @param b     what B gives
+/// @param c     what C gives
+/// @return one of the six; null for any other type
 K5AX_API double* AXIS_TYPE_val_get(AXIS_TYPE type, double* x, double* y, double* z, double* a, double* b,
                                    double* c);
 
-/// `md::Cartesian2AxialRotaryVals` on triples of doubles (`radius` is one double). Writes nothing when any
-/// pointer is null. Outputs may be the inputs.
+/// `md::Cartesian2AxialRotaryVals` on triples of doubles. Writes nothing when any pointer is null. Outputs
+/// may be the inputs.
+/// @param machdef         the machine
+/// @param point           x, y, z, length unit
+/// @param rotary          a, b, c, radians
+/// @param refAxis         0, 1, 2: the half-plane of X, Y, Z
+/// @param refSign         negative: that of the opposite direction
+/// @param[out] outPoint   x, y, z: the point in the half-plane
+/// @param[out] outRotary  a, b, c: the angles that go with it
+/// @param[out] radius     one double: the distance from the axis
 K5AX_API void Cartesian2AxialRotaryVals_c(const k5ax_machdef* machdef, const double* point,
                                           const double* rotary, int refAxis, int refSign, double* outPoint,
                                           double* outRotary, double* radius);
 
-/// `md::UpdateNodeAxes_` at x, y, z (length unit) and a, b, c (radians); false for null.
+/// Poses the scene graph, as `md::UpdateNodeAxes_`.
+/// @param machdef  the machine
+/// @param x        X, length unit
+/// @param y        Y, length unit
+/// @param z        Z, length unit
+/// @param a        A, radians
+/// @param b        B, radians
+/// @param c        C, radians
+/// @return true when the point is reached; false for null
 K5AX_API bool UpdateNodeAxes_2(k5ax_machdef* machdef, double x, double y, double z, double a, double b,
                                double c);
 
-/// `md::UpdateNodeAxes_` at six doubles X, Y, Z, A, B, C: 1 when reached, 0 when not; 0, and nothing changes,
-/// when either pointer is null.
+/// Poses the scene graph, as `md::UpdateNodeAxes_`.
+/// @param machdef  the machine
+/// @param v        six doubles X, Y, Z (length unit), A, B, C (radians)
+/// @return 1 when reached, 0 when not; 0, and nothing changes, when either pointer is null
 K5AX_API int k5axCMachDef_MachCoords2SG(k5ax_machdef* machdef, const double* v);
 
-/// `md::CMachDef_SG2MachCoords` into six doubles X, Y, Z, A, B, C; an angle without an axis comes out 0.
-/// Nothing when either pointer is null.
+/// Reads machine coordinates back, as `md::CMachDef_SG2MachCoords`. Nothing when either pointer is null.
+/// @param machdef  the machine
+/// @param[out] v   six doubles X, Y, Z (length unit), A, B, C (radians); an angle without an axis comes out 0
 K5AX_API void k5axCMachDef_SG2MachCoords(k5ax_machdef* machdef, double* v);
 
-/// Gives axis nodes the states of `count` records, in any order; a later record of the same id wins, and a
-/// record of id 0 is passed over, since 0 is what a host's unused records carry.
-///
+/// Gives axis nodes the states of some records. A later record of the same id wins, and a record of id 0 is
+/// passed over, since 0 is what a host's unused records carry.
+/// @param machdef  the machine
+/// @param states   the records, in any order
+/// @param count    their number; a negative one gives 1 and changes nothing
 /// @return 0, and nothing changes, for a count of 0, a null machine, or null records with a positive count;
-///         else 1. A negative count gives 1 and changes nothing
+///         else 1
 K5AX_API int CMachDef_IdAxisState_set2(k5ax_machdef* machdef, const node_state* states, int count);
 
-/// The value of the axis node with this id, the first met where several have it; 0.0 when there is none and
-/// for null.
+/// The value of an axis node.
+/// @param machdef  the machine
+/// @param id       the node's; where several have it, the first met counts
+/// @return radians or length units by kind of axis; 0.0 when there is no such axis node and for null
 K5AX_API double CMachDef_Axis_Position_Get(k5ax_machdef* machdef, int id);
 
-/// Sets an axis node to `value` and rebuilds its transform, while `k5axSgNode_value_set` stores the value
-/// only. Nothing for another kind of node and for null.
+/// Sets an axis node to a value and rebuilds its transform, while `k5axSgNode_value_set` stores the value
+/// only.
 /// @param selector  the machine's flags word by convention; has no effect at present
+/// @param n         the node; another kind of node and null do nothing
+/// @param value     radians or length units by kind of axis
 K5AX_API void k5axSgNode_value_set2(unsigned int selector, k5ax_node* n, double value);
 
 #ifdef __cplusplus
-/// Applies the tool node rule (`k5axSgToolNodeMatrixSet`) to the machine's tool node at `p`, length unit;
-/// nothing for null and without a tool node.
+/// Applies the tool node rule (`k5axSgToolNodeMatrixSet`) to the machine's tool node.
+/// @param machdef  the machine; null, or one without a tool node, does nothing
+/// @param p        the tool point, length unit
 K5AX_API void CMachDef_ToolNode_matrix_Set(k5ax_machdef* machdef, const Geometry::TPoint<double>& p);
 #endif
 
-/// The same at (x, y, z).
+/// Applies the tool node rule, as `CMachDef_ToolNode_matrix_Set`.
+/// @param machdef  the machine; null, or one without a tool node, does nothing
+/// @param x        the tool point's x, length unit
+/// @param y        its y
+/// @param z        its z
 K5AX_API void CMachDef_ToolNode_matrix_SetXYZ(k5ax_machdef* machdef, double x, double y, double z);
 
 K5AX_FLAT_END

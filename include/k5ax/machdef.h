@@ -1,4 +1,5 @@
-// The machine definition: one object that describes one five-axis machine tool, and its flat face.
+/// @file
+/// The machine definition: one object that describes one five-axis machine tool, and its flat face.
 #ifndef K5AX_MACHDEF_H
 #define K5AX_MACHDEF_H
 
@@ -21,6 +22,7 @@ K5AX_ENUM_END(MACHINE_TYPE);
 #ifdef __cplusplus
 /// A mode of the machine that the host defines; kept, copied and saved, never looked at.
 enum MACHINE_MODE : int {};
+
 /// A machining discipline that the host defines; kept, copied and saved, never looked at.
 enum K5AX_DISCIPLINE : int {};
 #else
@@ -37,11 +39,21 @@ class CMachDef;
 /// An operation on a machine definition that the host supplies. The library never calls it.
 class K5AX_API IMachDefVisitor {
  public:
+  /// Has nothing to set up.
   IMachDefVisitor() = default;
+
+  /// Has nothing to copy.
   IMachDefVisitor(const IMachDefVisitor&) = default;
+
+  /// Has nothing to assign.
+  /// @return this visitor
   IMachDefVisitor& operator=(const IMachDefVisitor&) = default;
+
+  /// Visitors may be deleted through this class.
   virtual ~IMachDefVisitor();
+
   /// What the host does with one definition.
+  /// @param machdef  the definition
   virtual void visit(CMachDef& machdef) = 0;
 };
 
@@ -61,11 +73,14 @@ class K5AX_API CMachDef {
   /// An empty machine: no axes, no trees, type -1, mode -1, discipline 0, millimetres, loading vector and
   /// work zero at the origin, a straight head.
   CMachDef();
+
   /// The same with the host's mode.
+  /// @param mode  any value is kept
   explicit CMachDef(MACHINE_MODE mode);
   // A member-wise copy would share axes and nodes; see `copy` and `clone`.
   CMachDef(const CMachDef&) = delete;
   CMachDef& operator=(const CMachDef&) = delete;
+
   /// As `reset`: axes and nodes go back to their pools, or are destroyed where the memory for that is
   /// missing.
   ~CMachDef();
@@ -75,20 +90,26 @@ class K5AX_API CMachDef {
   /// its nodes take the node part (transform, value, id, flags) of the nodes at the same positions in
   /// `other`, whose trees must have the same shape; that is not checked, except that nodes without a partner
   /// stay as they are. The rotary axes get this machine as their owner.
+  /// @param other  the machine whose values they are
   void copy(const CMachDef& other);
-  /// Resets this machine, then makes independent copies of the parts of `other` that `flags` names: bit value
-  /// 1 the machine (axes, head, type, mode, discipline, units, loading vector, work zero), bit value 2 the
-  /// scene graph. Other bits are ignored; 0 only resets. Cloning a machine into itself changes nothing. A
-  /// root that itself hangs below another node is cloned as its sibling there; see `sg::node::node_clone`.
+
+  /// Resets this machine, then makes independent copies of parts of another one. A root that itself hangs
+  /// below another node is cloned as its sibling there; see `sg::node::node_clone`.
+  /// @param other  the machine to copy; cloning a machine into itself changes nothing
+  /// @param flags  bit value 1: the machine (axes, head, type, mode, discipline, units, loading vector, work
+  ///               zero); bit value 2: the scene graph. Other bits are ignored; 0 only resets
   void clone(const CMachDef& other, unsigned int flags);
+
   /// Gives back all axes and nodes; type -1, a straight head, loading vector zero. Work zero, mode,
   /// discipline and units stay: they belong to the host's setting, not to one machine. Where memory runs out
   /// for a place in a pool, calling again goes on from there; at most one node is destroyed instead of
   /// parked.
   void reset();
+
   /// A straight head as `k5ax_angled_head_initialise` makes it (flags 0), and the loading vector zero.
   void initialise_head();
-  /// Converts the lengths to millimetres (true) or inches (false); nothing when that is the unit already.
+
+  /// Converts the lengths to millimetres or inches; nothing when that is the unit already.
   ///
   /// Converted: the base points of the axes, the limits of linear axes, the head's lengths, and in the trees
   /// what each node's `scale_node` converts (the axis of an axis node; its value times the factor, for rotary
@@ -98,106 +119,210 @@ class K5AX_API CMachDef {
   /// plain nodes and the tool node's head (`k5ax_angled_head_scale`) itself, applies the tool node rule
   /// (`CMachDef_ToolNode_matrix_Set`) at the scaled tool point, and sets every axis node anew
   /// (`k5axSgNode_value_set2`).
+  /// @param metric  true: millimetres; false: inches
   void scale(bool metric);
+
   /// Writes the definition to a writing stream, else reads one from it; docs/file-format.md has the fields.
   ///
   /// Reading replaces field by field what was there, without a reset: read into a new or reset machine. Axes
   /// read keep the owner that `CAxis2::create` gave them. The version read is ignored. A node kind other than
   /// 0, 1, 2 and parent links that form a cycle are refused with std::runtime_error; the stream's exceptions
   /// pass through. After either the machine holds what had been read before.
+  /// @param stream  at the first byte of the record; afterwards at the first one behind it
   void serialize(IIO::Stream& stream);
 
-  /// Sets the primary rotary axis, null for none. The axis gets no owner by this, and the one before is only
-  /// dropped.
+  /// Sets the primary rotary axis. The axis gets no owner by this, and the one before is only dropped.
+  /// @param axis  empty for none
   void setPrimary(boost::shared_ptr<CAxis2> axis);
+
   /// Sets the secondary rotary axis in the same way.
+  /// @param axis  empty for none
   void setSecondary(boost::shared_ptr<CAxis2> axis);
-  const boost::shared_ptr<CAxis2> getPrimary() const { return m_primary; }      ///< empty when there is none
-  const boost::shared_ptr<CAxis2> getSecondary() const { return m_secondary; }  ///< empty when there is none
+
+  /// The primary rotary axis.
+  /// @return a shared pointer to it; empty when there is none
+  const boost::shared_ptr<CAxis2> getPrimary() const { return m_primary; }
+
+  /// The secondary rotary axis.
+  /// @return a shared pointer to it; empty when there is none
+  const boost::shared_ptr<CAxis2> getSecondary() const { return m_secondary; }
+
+  /// The linear axes, to read and to set.
+  /// @return X, Y, Z in this order; each may be empty. Lives as long as the machine
   boost::array<boost::shared_ptr<CAxis2>, 3>& xyz_axes() {
     return m_xyz_axes;
   }  ///< X, Y, Z; each may be empty
-  /// The same, to read.
+
+  /// The linear axes, to read.
+  /// @return X, Y, Z in this order; each may be empty. Lives as long as the machine
   const boost::array<boost::shared_ptr<CAxis2>, 3>& xyz_axes() const { return m_xyz_axes; }
 
-  /// The tool direction in force, machine frame: (0, 0, 1) while the flags have value 1 set and value 2 clear
-  /// (the vertical-tool condition), else the head's, as it stands (not normalised).
+  /// The tool direction in force.
+  /// @return machine frame: (0, 0, 1) while the flags have value 1 set and value 2 clear (the vertical-tool
+  ///         condition), else the head's, as it stands (not normalised)
   Geometry::TPoint<double> getToolDir() const;
+
   /// The head's tool direction, whatever the flags say.
+  /// @return machine frame, as it stands (not normalised)
   Geometry::TPoint<double> getToolDirEx() const { return m_head.tool_dir; }
+
+  /// Sets the head's tool direction, and nothing else of the head.
+  /// @param tool_dir  machine frame; stored as it is
   void setToolDir(const Geometry::TPoint<double>& tool_dir) {
     m_head.tool_dir = tool_dir;
-  }                                                                          ///< stored as it is
-  const Geometry::TPoint<double>& mwZeroPos() const { return m_mwZeroPos; }  ///< work zero, the host's unit
-  void mwZeroPos(const Geometry::TPoint<double>& zero) { m_mwZeroPos = zero; }         ///< sets work zero
-  const Geometry::TPoint<double>& loading_vector() const { return m_loading_vector; }  ///< a length vector
-  void loading_vector(const Geometry::TPoint<double>& loading_vector) { m_loading_vector = loading_vector; }
-  bool isMetric() const { return m_metric; }               ///< true: lengths are millimetres; false: inches
-  void setMetric(bool metric) { m_metric = metric; }       ///< sets the unit's name only; `scale` converts
-  MACHINE_TYPE getMachType() const { return m_machType; }  ///< where the rotary axes sit; -1 unset
-  void setMachType(MACHINE_TYPE type) { m_machType = type; }   ///< any value is kept; see `is_valid`
-  MACHINE_MODE get_mode() const { return m_mode; }             ///< the host's mode
-  void set_mode(MACHINE_MODE mode) { m_mode = mode; }          ///< sets the host's mode
-  K5AX_DISCIPLINE discipline() const { return m_discipline; }  ///< the host's discipline
-  /// Sets the host's discipline.
-  void discipline(K5AX_DISCIPLINE discipline) { m_discipline = discipline; }
-  unsigned int flags() const { return m_head.flags; }  ///< the head's flags word; the machine has no other
-  void flags(unsigned int flags) { m_head.flags = flags; }  ///< replaces the whole word
-  angled_head& head() { return m_head; }                    ///< the angled head, borrowed, to read and write
-  const angled_head& head() const { return m_head; }        ///< the same, to read
+  }  ///< stored as it is
 
-  /// The node in the trees that carries the tool; empty when there is none.
+  /// Work zero, which the host keeps and the library only copies and saves.
+  /// @return in the host's own unit; lives as long as the machine
+  const Geometry::TPoint<double>& mwZeroPos() const { return m_mwZeroPos; }
+
+  /// Sets work zero.
+  /// @param zero  in the host's own unit
+  void mwZeroPos(const Geometry::TPoint<double>& zero) { m_mwZeroPos = zero; }
+
+  /// The way that the spindle draws back for a new part; the host's, but that `orientate` turns it.
+  /// @return a vector, in the host's own unit; lives as long as the machine
+  const Geometry::TPoint<double>& loading_vector() const { return m_loading_vector; }
+
+  /// Sets the loading vector.
+  /// @param loading_vector  in the host's own unit
+  void loading_vector(const Geometry::TPoint<double>& loading_vector) { m_loading_vector = loading_vector; }
+
+  /// The unit of the lengths.
+  /// @return true: millimetres; false: inches
+  bool isMetric() const { return m_metric; }
+
+  /// Sets the unit's name only; `scale` converts.
+  /// @param metric  true: millimetres; false: inches
+  void setMetric(bool metric) { m_metric = metric; }
+
+  /// Where the rotary axes sit.
+  /// @return as it was set; -1 in a new machine
+  MACHINE_TYPE getMachType() const { return m_machType; }
+
+  /// Sets where the rotary axes sit; the axes are not looked at, see `is_valid`.
+  /// @param type  any value is kept
+  void setMachType(MACHINE_TYPE type) { m_machType = type; }
+
+  /// The host's mode.
+  /// @return as it was set; -1 in a new machine
+  MACHINE_MODE get_mode() const { return m_mode; }
+
+  /// Sets the host's mode.
+  /// @param mode  any value is kept
+  void set_mode(MACHINE_MODE mode) { m_mode = mode; }
+
+  /// The host's discipline.
+  /// @return as it was set; 0 in a new machine
+  K5AX_DISCIPLINE discipline() const { return m_discipline; }
+
+  /// Sets the host's discipline.
+  /// @param discipline  any value is kept
+  void discipline(K5AX_DISCIPLINE discipline) { m_discipline = discipline; }
+
+  /// The head's flags word; the machine has no other.
+  /// @return the whole word; see `angled_head::flags`
+  unsigned int flags() const { return m_head.flags; }
+
+  /// Replaces that word.
+  /// @param flags  the whole word; see `angled_head::flags`
+  void flags(unsigned int flags) { m_head.flags = flags; }
+
+  /// The angled head, to read and write.
+  /// @return borrowed; lives as long as the machine
+  angled_head& head() { return m_head; }
+
+  /// The angled head, to read.
+  /// @return borrowed; lives as long as the machine
+  const angled_head& head() const { return m_head; }
+
+  /// The node in the trees that carries the tool.
+  /// @return a shared pointer to it; empty when there is none
   boost::shared_ptr<sg::tnode<angled_head>> tool_node() { return m_tool_node; }
-  boost::shared_ptr<const sg::tnode<angled_head>> tool_node() const { return m_tool_node; }  ///< to read
-  /// Sets that node; empty for none. Whether it stands in a tree is not checked.
+
+  /// The same, to read.
+  /// @return a shared pointer to it; empty when there is none
+  boost::shared_ptr<const sg::tnode<angled_head>> tool_node() const { return m_tool_node; }
+
+  /// Sets that node.
+  /// @param node  empty for none; whether it stands in a tree is not checked
   void tool_node(boost::shared_ptr<sg::tnode<angled_head>> node);
-  /// The roots of the two trees, each may be empty: 0 leads from the machine frame down to the tool, 1 from
-  /// the part to the machine frame; see docs/scene-graph.md. The update walks flat lists of the trees' nodes,
-  /// which are made by reading and by `clone` alone: after setting roots here, clone the machine (or save and
-  /// load it) and pose the clone.
+
+  /// The roots of the two trees, to read and to set: 0 leads from the machine frame down to the tool, 1 from
+  /// the part to the machine frame; see docs/scene-graph.md.
+  ///
+  /// The update walks flat lists of the trees' nodes, which are made by reading and by `clone` alone: after
+  /// setting roots here, clone the machine (or save and load it) and pose the clone.
+  /// @return two roots, each may be empty. Lives as long as the machine
   boost::array<boost::shared_ptr<sg::node>, 2>& SG() { return m_SG; }
-  /// The same, to read.
+
+  /// The roots of the two trees, to read.
+  /// @return two roots, each may be empty. Lives as long as the machine
   const boost::array<boost::shared_ptr<sg::node>, 2>& SG() const { return m_SG; }
-  /// The axis nodes in the trees that stand for the primary and the secondary rotary axis; each may be empty.
+
+  /// The axis nodes in the trees that stand for the rotary axes, to read and to set.
+  /// @return that of the primary, then that of the secondary; each may be empty. Lives as long as the machine
   boost::array<boost::shared_ptr<sg::node>, 2>& SG_RotAxs() { return m_SG_RotAxs; }
+
   /// The same, to read.
+  /// @return that of the primary, then that of the secondary; each may be empty. Lives as long as the machine
   const boost::array<boost::shared_ptr<sg::node>, 2>& SG_RotAxs() const { return m_SG_RotAxs; }
 
-  /// True when this is a machine that the kinematics can work with. All of:
-  ///  - each rotary axis present is valid (`CAxis2::is_valid`); the tool direction in force is not exactly
-  ///    zero; the type is `MC_TT`, `MC_HT` or `MC_HH`; an `MC_HT` has a primary axis;
-  ///  - with a secondary axis: there is a primary, of another letter and with a direction that is not exactly
-  ///    equal (the opposite one passes); an `MC_HT` has the primary on the table and the secondary on the
-  ///    head; an `MC_HH` both on the head;
-  ///  - the line of the table axis next to the part (`MC_TT`: the secondary, or the primary where it is
-  ///    alone; `MC_HT`: the primary) passes the machine origin closer than 0.001 length units in each
-  ///    coordinate.
+  /// Whether this is a machine that the kinematics can work with. All of:
+  /// - each rotary axis present is valid (`CAxis2::is_valid`); the tool direction in force is not exactly
+  ///   zero; the type is `MC_TT`, `MC_HT` or `MC_HH`; an `MC_HT` has a primary axis;
+  /// - with a secondary axis: there is a primary, of another letter and with a direction that is not exactly
+  ///   equal (the opposite one passes); an `MC_HT` has the primary on the table and the secondary on the
+  ///   head; an `MC_HH` both on the head;
+  /// - the line of the table axis next to the part (`MC_TT`: the secondary, or the primary where it is alone;
+  ///   `MC_HT`: the primary) passes the machine origin closer than 0.001 length units in each coordinate.
+  ///
   /// With the developer or regression flag set, a failure of the last rule sends "MC_TT secondary axis
   /// location not valid" (for a primary that is alone too) or "MC_HT primary axis location not valid" to the
   /// feedback sink.
+  /// @return true when all of them hold
   bool is_valid() const;
+
   /// `is_valid`, and room to turn: an `MC_HT` or a machine with the primary alone needs a positive travel of
   /// the primary (max - min > 0), an `MC_TT` with both axes one of the secondary. An `MC_HT` with both also
   /// needs the primary on the table and the secondary on the head.
+  /// @return true when all of it holds
   bool mw_valid() const;
-  /// True when every rotary axis present is orthogonal (`CAxis2::is_orthogonal`); true without any.
+
+  /// Whether every rotary axis present is orthogonal (`CAxis2::is_orthogonal`).
+  /// @return true when each is; true without any
   bool is_orthogonal() const;
-  /// The rotary axis that turns the part. `MC_TT`: the secondary, or the primary where it is alone; `MC_HT`
-  /// and `MC_HH` (where none turns the part): the primary; another type: empty.
+
+  /// The rotary axis that turns the part.
+  /// @return `MC_TT`: the secondary, or the primary where it is alone; `MC_HT` and `MC_HH` (where none turns
+  ///         the part): the primary; another type: empty
   boost::shared_ptr<CAxis2> rotary_axis() const;
+
   /// The two rotary axes in machine-work order. `MC_TT`: the secondary (or the primary where it is alone),
   /// then the primary; `MC_HT` and `MC_HH`: primary, secondary; another type leaves both arguments as they
   /// are.
+  /// @param[out] first   the first of them; may come out empty
+  /// @param[out] second  the second of them; may come out empty
   void getMWRotAxes(boost::shared_ptr<CAxis2>& first, boost::shared_ptr<CAxis2>& second) const;
 
-  /// The component of (x, y, z) that the axis's letter names; 0.0 for an empty pointer. See
-  /// `CAxis2::GetAngle`.
+  /// The component of a triple that an axis's letter names; see `CAxis2::GetAngle`.
+  /// @param axis  the axis
+  /// @param x     the angle of A and X, radians
+  /// @param y     the angle of B and Y, radians
+  /// @param z     the angle of C and Z, radians
+  /// @return one of the three; 0.0 for an empty pointer and any other letter
   double getAngle(boost::shared_ptr<CAxis2> axis, double x, double y, double z) const;
-  /// Stores `value` into a, b or c by the letter A, B or C; any other letter, the linear ones included, and
-  /// an empty pointer store nothing.
+
+  /// Stores a value into a, b or c by an axis's letter. Any letter but A, B, C, the linear ones included,
+  /// stores nothing.
+  /// @param axis       the axis; empty stores nothing
+  /// @param value      radians, as it is
+  /// @param[in,out] a  the angle of A
+  /// @param[in,out] b  the angle of B
+  /// @param[in,out] c  the angle of C
   void getABCAngles(boost::shared_ptr<CAxis2> axis, double value, double& a, double& b, double& c) const;
-  /// Turns the definition itself into the pose at `angle1` of the primary and `angle2` of the secondary axis,
-  /// radians.
+
+  /// Turns the definition itself into the pose at two angles.
   ///
   /// `MC_TT`: the secondary's direction by -angle1 about the primary's. `MC_HT`: tool and reference direction
   /// by angle2 about the secondary's direction, and, unless the tool is vertical by the flags, the
@@ -209,25 +334,44 @@ class K5AX_API CMachDef {
   /// not looked at. The tool direction in force is always written back to the head, so under the
   /// vertical-tool condition the head's own is lost, even when the answer is false. Calls compose; axis
   /// objects shared with others turn too.
+  /// @param angle1  the primary's, radians
+  /// @param angle2  the secondary's, radians
   /// @return false for a type other than `MC_TT`, `MC_HT`, `MC_HH`; nothing is turned then
   bool orientate(double angle1, double angle2);
-  /// True when the tool at these angles is perpendicular to the part's rotary axis, either way:
-  /// |T . W| < 1e-5 of the unit vectors. False for `MC_HH` and unknown types, for `MC_TT` without a primary
-  /// and for `MC_HT` without both axes.
+
+  /// Whether the tool at these angles is perpendicular to the part's rotary axis, either way.
+  /// @param a  the angle of A, radians
+  /// @param b  the angle of B, radians
+  /// @param c  the angle of C, radians
+  /// @return true when |T . W| < 1e-5 of the unit vectors T of the tool and W of the axis. False for `MC_HH`
+  ///         and unknown types, for `MC_TT` without a primary and for `MC_HT` without both axes
   bool IsToolRadial(double a, double b, double c) const;
-  /// True when the tool at these angles points along the part's rotary axis, in the same sense: |T . W - 1| <
-  /// 1e-5. The opposite sense is not axial, since the tool would then come from inside the part. False where
-  /// `IsToolRadial` is false by type or missing axes.
+
+  /// Whether the tool at these angles points along the part's rotary axis, in the same sense. The opposite
+  /// sense is not axial, since the tool would then come from inside the part.
+  /// @param a  the angle of A, radians
+  /// @param b  the angle of B, radians
+  /// @param c  the angle of C, radians
+  /// @return true when |T . W - 1| < 1e-5, as in `IsToolRadial`; false where that is false by type or missing
+  ///         axes
   bool IsToolAxial(double a, double b, double c) const;
 
   /// The rotation of each rotary axis about its own line, T(-base) Rot(direction, angle) T(base), at its
-  /// angle out of `abc`, whatever its location; the identity for a missing axis and for an unknown type.
-  /// `xyz` is not used.
+  /// angle, whatever its location; the identity for a missing axis and for an unknown type.
+  /// @param xyz             not used
+  /// @param abc             a, b, c in radians
+  /// @param[out] primary    the primary's
+  /// @param[out] secondary  the secondary's
   void Mach2PartTransform(const Geometry::TPoint<double>& xyz, const Geometry::TPoint<double>& abc,
                           Geometry::Matrix& primary, Geometry::Matrix& secondary) const;
+
   /// Those two as secondary * primary.
+  /// @param xyz  not used
+  /// @param abc  a, b, c in radians
+  /// @return the secondary's rotation, then the primary's
   const Geometry::Matrix Mach2PartTransform(const Geometry::TPoint<double>& xyz,
                                             const Geometry::TPoint<double>& abc) const;
+
   /// A machine position and the tool direction in force, in part coordinates.
   ///
   /// The point is turned by the table axes, primary first; head axes do not move the part. The tool direction
@@ -235,22 +379,32 @@ class K5AX_API CMachDef {
   /// normalised. The difference is meant. An unknown type turns nothing. (Where two table axes stand away
   /// from zero, the direction that the posed trees show is that of primary * secondary, see
   /// `Mach2PartTransform`.)
-  /// @param xyz  machine coordinates, length unit
-  /// @param abc  a, b, c in radians; any finite value, limits are not looked at
+  /// @param xyz               machine coordinates, length unit
+  /// @param abc               a, b, c in radians; any finite value, limits are not looked at
   /// @param[out] partPoint    part coordinates; may be `xyz`
   /// @param[out] partToolDir  part coordinates
   void Mach2PartCoords(const Geometry::TPoint<double>& xyz, const Geometry::TPoint<double>& abc,
                        Geometry::TPoint<double>& partPoint, Geometry::TPoint<double>& partToolDir) const;
+
   /// The transform from part to machine coordinates: by the table axes at their negated angles, secondary
-  /// first. The inverse of the point transform of `Mach2PartCoords`, but for two things: the type is not
-  /// looked at, and a machine without any rotary axis turns by -c about Z and, as an `MC_TT`, then by -b
-  /// about Y.
+  /// first.
+  /// @param abc  a, b, c in radians; any finite value, limits are not looked at
+  /// @return the inverse of the point transform of `Mach2PartCoords`, but for two things: the type is not
+  ///         looked at, and a machine without any rotary axis turns by -c about Z and, as an `MC_TT`, then by
+  ///         -b about Y
   const Geometry::Matrix Part2MachTransform(const Geometry::TPoint<double>& abc) const;
-  /// `xyz` (part coordinates) carried by `Part2MachTransform(abc)` into machine coordinates.
+
+  /// A point on the part in machine coordinates.
+  /// @param xyz  part coordinates, length unit
+  /// @param abc  a, b, c in radians; any finite value, limits are not looked at
+  /// @return `xyz` carried by `Part2MachTransform(abc)`
   Geometry::TPoint<double> Part2MachCoords(Geometry::TPoint<double> xyz,
                                            const Geometry::TPoint<double>& abc) const;
-  /// The control point of a tool point: `toolPoint` + the head's tip + the base point of each rotary axis on
-  /// the head. The head's home pose: no angle enters.
+
+  /// The control point of a tool point, in the head's home pose: no angle enters.
+  /// @param[out] ctrl  `toolPoint` + the head's tip + the base point of each rotary axis on the head; may be
+  ///                   `toolPoint`
+  /// @param toolPoint  machine coordinates, length unit
   void Tool2CtrlPt(Geometry::TPoint<double>& ctrl, const Geometry::TPoint<double>& toolPoint) const;
 
  private:
@@ -296,6 +450,7 @@ class K5AX_API CMachDef {
 
 }  // namespace md
 
+/// A machine definition as the flat functions take it; in C it is opaque.
 typedef md::CMachDef k5ax_machdef;
 
 #else
@@ -306,74 +461,112 @@ typedef struct k5ax_machdef k5ax_machdef;
 // (reset, clone, loading, freeing). Never free them.
 K5AX_FLAT_BEGIN
 
-/// A new, empty machine definition; give it back with `k5axCMachDef_free`. Memory running out is
-/// std::bad_alloc.
+/// A new, empty machine definition. Memory running out is std::bad_alloc.
+/// @return the machine; give it back with `k5axCMachDef_free`
 K5AX_API k5ax_machdef* k5axCMachDef_create(void);
 
-/// Destroys `*machdef` unless that is null. `*machdef` keeps the old address: forget it. `machdef` must not
-/// be null.
+/// Destroys a machine.
+/// @param machdef  the address of the pointer to it, not null; nothing when the pointer is null. The pointer
+///                 keeps the old address: forget it
 K5AX_API void k5axCMachDef_free(k5ax_machdef** machdef);
 
-/// Makes `dst` an independent copy of `src`, machine and scene graph. Nothing when `dst` is null; `src` must
-/// not be.
+/// Makes a machine an independent copy of another one, machine and scene graph, as `md::CMachDef::clone`.
+/// @param dst  the copy; null does nothing
+/// @param src  the machine to copy; null is not tested
 K5AX_API void k5axCMachDef_clone(k5ax_machdef* dst, const k5ax_machdef* src);
 
-/// The same for the parts that `flags` names: bit value 1 the machine, 2 the scene graph; the rest of `dst`
-/// is reset.
+/// The same for some parts; the rest of `dst` is reset.
+/// @param dst    the copy; null does nothing
+/// @param src    the machine to copy; null is not tested
+/// @param flags  bit value 1 the machine, 2 the scene graph
 K5AX_API void k5axCMachDef_clone_ex(k5ax_machdef* dst, const k5ax_machdef* src, unsigned int flags);
 
-/// The flags word, which is the head's; 0 for null.
+/// The flags word, which is the head's.
+/// @param machdef  the machine
+/// @return the whole word; 0 for null
 K5AX_API unsigned int k5axCMachDef_flags_get(const k5ax_machdef* machdef);
 
-/// Replaces the flags word; nothing for null.
+/// Replaces the flags word.
+/// @param machdef  the machine; null does nothing
+/// @param flags    the whole word
 K5AX_API void k5axCMachDef_flags_set(k5ax_machdef* machdef, unsigned int flags);
 
-/// The host's mode; -1 for null.
+/// The host's mode.
+/// @param machdef  the machine
+/// @return as it was set; -1 for null
 K5AX_API MACHINE_MODE k5axCMachDef_mode(const k5ax_machdef* machdef);
 
-/// The machine type; -1 for null.
+/// The machine type.
+/// @param machdef  the machine
+/// @return as it was set; -1 for null
 K5AX_API MACHINE_TYPE k5axCMachDef_type(const k5ax_machdef* machdef);
 
-/// The host's discipline. The one getter that does not test for null.
+/// The host's discipline.
+/// @param machdef  the machine. The one getter that does not test for null
+/// @return as it was set
 K5AX_API K5AX_DISCIPLINE k5axCMachDef_discipline(const k5ax_machdef* machdef);
 
-/// The machine's angled head, to read and write; null for null.
+/// The machine's angled head, to read and write.
+/// @param machdef  the machine
+/// @return borrowed; null for null
 K5AX_API angled_head* k5axCMachDef_head(k5ax_machdef* machdef);
 
-/// The machine's angled head, to read; null for null.
+/// The machine's angled head, to read.
+/// @param machdef  the machine
+/// @return borrowed; null for null
 K5AX_API const angled_head* k5axCMachDef_head_const(const k5ax_machdef* machdef);
 
-/// The primary (`which` 0) or the secondary (1) rotary axis; null when it is missing, for any other `which`
-/// and for null. Mind the order: the index comes first.
+/// One of the rotary axes. Mind the order: the index comes first.
+/// @param which    0 the primary, 1 the secondary
+/// @param machdef  the machine
+/// @return borrowed; null when the axis is missing, for any other `which` and for null
 K5AX_API k5ax_axis* k5axCMachDef_axis(int which, k5ax_machdef* machdef);
 
-/// The rotary axis that turns the part, as `md::CMachDef::rotary_axis`; null when there is none and for null.
+/// The rotary axis that turns the part, as `md::CMachDef::rotary_axis`.
+/// @param machdef  the machine
+/// @return borrowed; null when there is none and for null
 K5AX_API k5ax_axis* k5axCMachDef_rotary_axis(k5ax_machdef* machdef);
 
 /// The same, to read.
+/// @param machdef  the machine
+/// @return borrowed; null when there is none and for null
 K5AX_API const k5ax_axis* k5axCMachDef_rotary_axis_const(const k5ax_machdef* machdef);
 
-/// True when every rotary axis present is orthogonal, as `md::CMachDef::is_orthogonal`; false for null.
+/// Whether every rotary axis present is orthogonal, as `md::CMachDef::is_orthogonal`.
+/// @param machdef  the machine
+/// @return true when each is, or there is none; false for null
 K5AX_API bool k5axCMachDef_orthogonal(const k5ax_machdef* machdef);
 
-/// Turns the definition into the pose for two angles in radians, as `md::CMachDef::orientate`; false for
-/// null.
+/// Turns the definition into the pose for two angles, as `md::CMachDef::orientate`.
+/// @param machdef  the machine
+/// @param angle1   the primary's, radians
+/// @param angle2   the secondary's, radians
+/// @return false for an unknown machine type and for null
 K5AX_API bool k5axCMachDef_orientate(k5ax_machdef* machdef, double angle1, double angle2);
 
-/// The root of scene-graph tree `i`, 0 or 1, which is not checked; null for an empty tree and for null.
+/// The root of a scene-graph tree.
+/// @param machdef  the machine
+/// @param i        0 the tree of the tool, 1 the tree of the part; not checked
+/// @return borrowed; null for an empty tree and for null
 K5AX_API k5ax_node* k5axCMachDef_SG(k5ax_machdef* machdef, int i);
 
-/// The tool node; null when there is none and for null.
+/// The tool node.
+/// @param machdef  the machine
+/// @return borrowed; null when there is none and for null
 K5AX_API k5ax_tool_node* k5axCMachDef_Tool(k5ax_machdef* machdef);
 
-/// Saves the definition. What stood at `path` is replaced only when everything is on the disk, and stays byte
-/// for byte otherwise. 1 when done, 0 on any failure, which is not reported otherwise. `machdef` is not
-/// tested for null.
+/// Saves a definition. What stood at `path` is replaced only when everything is on the disk, and stays byte
+/// for byte otherwise.
+/// @param machdef  the machine. Null is not tested
+/// @param path     bytes as `IIO::FileStream` takes them
+/// @return 1 when done, 0 on any failure, which is not reported otherwise
 K5AX_API int MachdefSave(k5ax_machdef* machdef, const char* path);
 
-/// Loads a definition into a new or reset machine. 1 when done; 0 for a file that cannot be opened (the
-/// machine stays as it was) and for a damaged one (the machine holds what was read before the damage). Axes
-/// read have no owner. `machdef` is not tested for null.
+/// Loads a definition into a new or reset machine. Axes read have no owner.
+/// @param machdef  the machine. Null is not tested
+/// @param path     bytes as `IIO::FileStream` takes them
+/// @return 1 when done; 0 for a file that cannot be opened (the machine stays as it was) and for a damaged
+///         one (the machine holds what was read before the damage)
 K5AX_API int MachdefLoad(k5ax_machdef* machdef, const char* path);
 
 K5AX_FLAT_END

@@ -1,4 +1,5 @@
-// What the library lets out: K5AX_API marks every name that a host links to.
+/// @file
+/// What the library lets out: K5AX_API marks every name that a host links to.
 #ifndef K5AX_PLATFORM_EXPORT_H
 #define K5AX_PLATFORM_EXPORT_H
 

@@ -1,11 +1,12 @@
-// Byte streams: the abstract stream that definitions are written to and read from, and the stream over a
-// file.
-//
-// Typed values are little-endian on every host: int and unsigned int as 4 bytes, double as the 8 bytes of
-// its IEEE form, so a file written on one machine is read on any other.
-//
-// These are declarations: the embedded implementation stands in platform/builtin, and another one can take
-// its place when the library is configured.
+/// @file
+/// Byte streams: the abstract stream that definitions are written to and read from, and the stream over a
+/// file.
+///
+/// Typed values are little-endian on every host: int and unsigned int as 4 bytes, double as the 8 bytes of
+/// its IEEE form, so a file written on one machine is read on any other.
+///
+/// These are declarations: the embedded implementation stands in platform/builtin, and another one can take
+/// its place when the library is configured.
 #ifndef K5AX_PLATFORM_STREAM_H
 #define K5AX_PLATFORM_STREAM_H
 
@@ -25,15 +26,25 @@ enum FILE_MODE : int { FILE_READ = 0, FILE_WRITE = 1 };
 /// reason.
 class K5AX_API FileError : public std::runtime_error {
  public:
+  /// An error with its text.
+  /// @param message  what `what()` gives: the path and the system's reason
   explicit FileError(const std::string& message);
+
+  /// Copies the text, without asking for memory.
   FileError(const FileError&) noexcept = default;
+
+  /// Takes another error's text, without asking for memory.
+  /// @return this error
   FileError& operator=(const FileError&) noexcept = default;
+
+  /// Errors may be deleted through std::exception.
   ~FileError() noexcept override;
 };
 
 /// A sequence of bytes that is either written or read. Hosts may derive their own, over memory for example.
 class K5AX_API Stream {
  public:
+  /// Nothing to set up.
   Stream() = default;
   Stream(const Stream&) = delete;
   Stream& operator=(const Stream&) = delete;
@@ -41,25 +52,51 @@ class K5AX_API Stream {
   /// May throw: a stream that buffers learns only when it closes whether its bytes have arrived.
   virtual ~Stream() noexcept(false);
 
+  /// Which way the stream goes.
+  /// @return reading or writing, the same at every call
   virtual FILE_MODE Mode() const = 0;
 
-  /// Writes `size` bytes as they stand. Null `data` is allowed when `size` is 0.
+  /// Writes bytes as they stand. A stream says by an exception that it could not.
+  /// @param data  the first of them; may be null when `size` is 0
+  /// @param size  their number
   virtual void Write(const void* data, std::size_t size) = 0;
 
-  /// Reads `size` bytes to `data`. Null `data` is allowed when `size` is 0.
+  /// Reads bytes. A stream says by an exception that it could not.
+  /// @param[out] data  room for them; may be null when `size` is 0
+  /// @param size       their number
   virtual void Read(void* data, std::size_t size) = 0;
 
-  /// Writes the value little-endian through Write, in a single call: 4, 4 and 8 bytes.
+  /// Writes a value little-endian through Write, in a single call: 4 bytes.
+  /// @param value  any value
+  /// @return this stream
   Stream& operator<<(int value);
+
+  /// Writes a value little-endian through Write, in a single call: 4 bytes.
+  /// @param value  any value
+  /// @return this stream
   Stream& operator<<(unsigned int value);
+
+  /// Writes a value little-endian through Write, in a single call: the 8 bytes of its IEEE form.
+  /// @param value  any bits, infinities and NaN included
+  /// @return this stream
   Stream& operator<<(double value);
 
-  /// Reads the value little-endian through Read, in a single call: 4, 4 and 8 bytes.
+  /// Reads a value little-endian through Read, in a single call: 4 bytes.
   ///
-  /// Bytes that Read does not deliver keep what the value held, so a value set beforehand is its own
-  /// default when a stream comes short without throwing. When Read throws the value is untouched.
+  /// Bytes that Read does not deliver keep what the value held, so a value set beforehand is its own default
+  /// when a stream comes short without throwing. When Read throws the value is untouched.
+  /// @param[in,out] value  what was read
+  /// @return this stream
   Stream& operator>>(int& value);
+
+  /// The same for an unsigned value: 4 bytes.
+  /// @param[in,out] value  what was read
+  /// @return this stream
   Stream& operator>>(unsigned int& value);
+
+  /// The same for a double: 8 bytes.
+  /// @param[in,out] value  what was read
+  /// @return this stream
   Stream& operator>>(double& value);
 };
 
@@ -92,16 +129,22 @@ class K5AX_API FileStream : public Stream {
   /// way, or when a Write has failed and said so.
   ~FileStream() noexcept(false) override;
 
+  /// Which way the stream goes.
+  /// @return as it was opened
   FILE_MODE Mode() const override;
 
-  /// Throws a FileError when the bytes cannot be written, and when the stream is for reading. Bytes are
-  /// buffered, so a failure may come later, in another Write or in the destructor. After a failure every
-  /// Write fails.
+  /// Writes bytes. A FileError is thrown when they cannot be written, and when the stream is for reading.
+  /// They are buffered, so a failure may come later, in another Write or in the destructor. After a failure
+  /// every Write fails.
+  /// @param data  the first of them; may be null when `size` is 0
+  /// @param size  their number
   void Write(const void* data, std::size_t size) override;
 
-  /// Throws a FileError when the file ends before `size` bytes ("unexpected end of file"), when it cannot
-  /// be read, and when the stream is for writing; how much of `data` has been written then is not said.
-  /// Takes no memory beyond `data` and the stream's fixed buffer, however large `size` is.
+  /// Reads bytes. Takes no memory beyond `data` and the stream's fixed buffer, however large `size` is. A
+  /// FileError is thrown when the file ends before ("unexpected end of file"), when it cannot be read, and
+  /// when the stream is for writing; how much of `data` has been written then is not said.
+  /// @param[out] data  room for them; may be null when `size` is 0
+  /// @param size       their number
   void Read(void* data, std::size_t size) override;
 
  private:
