@@ -49,6 +49,7 @@ K5AX_ENUM_END(AXIS_LOCATION);
 // An axis object begins with an axis record, and flat functions read it through a pointer to the record. The
 // attribute keeps the compiler's type-based alias analysis from taking the two for unrelated memory.
 #if defined(__GNUC__) || defined(__clang__)
+/// What is marked so may be read as what it begins with.
 #define K5AX_MAY_ALIAS __attribute__((__may_alias__))
 #else
 #define K5AX_MAY_ALIAS
@@ -85,6 +86,7 @@ inline Stream& operator>>(Stream& stream, Geometry::TPoint<double>& p) { return 
 
 }  // namespace IIO
 
+/// The machine definition, its axes and its scene graph, and what is computed of them.
 namespace md {
 
 class CMachDef;

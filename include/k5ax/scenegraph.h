@@ -31,6 +31,7 @@ namespace md {
 
 class CMachDef;
 
+/// The nodes of the scene graph.
 namespace sg {
 
 class node;

@@ -15,6 +15,7 @@
 
 #include <k5ax/platform/export.h>
 
+/// Points, rigid transforms, lines and planes.
 namespace Geometry {
 
 /// A point or a direction: three coordinates, by value. Which of the two it is, the caller knows.

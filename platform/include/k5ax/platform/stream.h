@@ -17,10 +17,14 @@
 
 #include <k5ax/platform/export.h>
 
+/// Byte streams, and the stream over a file.
 namespace IIO {
 
 /// Which way a stream goes. A stream goes one way for its whole life.
-enum FILE_MODE : int { FILE_READ = 0, FILE_WRITE = 1 };
+enum FILE_MODE : int {
+  FILE_READ = 0,  ///< bytes come out of the stream
+  FILE_WRITE = 1  ///< bytes go into the stream
+};
 
 /// A file that could not be opened, read, written or put in place. what() names the path and the system's
 /// reason.
