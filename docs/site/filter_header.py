@@ -3,4 +3,4 @@ import re
 import sys
 
 with open(sys.argv[1], encoding="utf-8") as header:
-    sys.stdout.write(re.sub(r"docs/([a-z-]+)\.md", r'@ref \1 "\1"', header.read()))
+    sys.stdout.write(re.sub(r"docs/([a-z-]+)\.md", r'@ref \1 "docs/\1.md"', header.read()))

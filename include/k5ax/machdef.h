@@ -77,8 +77,10 @@ class K5AX_API CMachDef {
   /// The same with the host's mode.
   /// @param mode  any value is kept
   explicit CMachDef(MACHINE_MODE mode);
-  // A member-wise copy would share axes and nodes; see `copy` and `clone`.
+  /// There is none: a member-wise copy would share axes and nodes. See `copy` and `clone`.
   CMachDef(const CMachDef&) = delete;
+
+  /// There is none, for the same reason.
   CMachDef& operator=(const CMachDef&) = delete;
 
   /// As `reset`: axes and nodes go back to their pools, or are destroyed where the memory for that is
@@ -149,9 +151,7 @@ class K5AX_API CMachDef {
 
   /// The linear axes, to read and to set.
   /// @return X, Y, Z in this order; each may be empty. Lives as long as the machine
-  boost::array<boost::shared_ptr<CAxis2>, 3>& xyz_axes() {
-    return m_xyz_axes;
-  }  ///< X, Y, Z; each may be empty
+  boost::array<boost::shared_ptr<CAxis2>, 3>& xyz_axes() { return m_xyz_axes; }
 
   /// The linear axes, to read.
   /// @return X, Y, Z in this order; each may be empty. Lives as long as the machine
@@ -168,9 +168,7 @@ class K5AX_API CMachDef {
 
   /// Sets the head's tool direction, and nothing else of the head.
   /// @param tool_dir  machine frame; stored as it is
-  void setToolDir(const Geometry::TPoint<double>& tool_dir) {
-    m_head.tool_dir = tool_dir;
-  }  ///< stored as it is
+  void setToolDir(const Geometry::TPoint<double>& tool_dir) { m_head.tool_dir = tool_dir; }
 
   /// Work zero, which the host keeps and the library only copies and saves.
   /// @return in the host's own unit; lives as long as the machine
@@ -180,7 +178,7 @@ class K5AX_API CMachDef {
   /// @param zero  in the host's own unit
   void mwZeroPos(const Geometry::TPoint<double>& zero) { m_mwZeroPos = zero; }
 
-  /// The way that the spindle draws back for a new part; the host's, but that `orientate` turns it.
+  /// The loading vector, which the host sets and `orientate` turns.
   /// @return a vector, in the host's own unit; lives as long as the machine
   const Geometry::TPoint<double>& loading_vector() const { return m_loading_vector; }
 

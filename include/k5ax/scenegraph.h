@@ -188,9 +188,7 @@ class K5AX_API node : public boost::enable_shared_from_this<node> {
 
   /// The transform from this node's frame to its parent's.
   /// @return as it was set last; lives as long as the node
-  const Geometry::Matrix& transform() const {
-    return m_transform.matrix();
-  }  ///< from this node's frame to its parent's
+  const Geometry::Matrix& transform() const { return m_transform.matrix(); }
 
   /// Sets the transform only; the value stays.
   /// @param transform  from this node's frame to its parent's
@@ -251,6 +249,8 @@ class K5AX_API node : public boost::enable_shared_from_this<node> {
   /// Makes a fresh node; content is copied by `shallow_copy` alone.
   /// @param other  ignored
   node(const node& other);
+
+  /// There is none; see `shallow_copy`.
   node& operator=(const node& other) = delete;
 
   /// The children go with the node, unless somebody else holds them.
@@ -378,7 +378,11 @@ class K5AX_API tnode : public node, public T {
 
   /// Made by `md::NodeAxis_Create` and `md::TOOL_NODE_Create` alone.
   tnode();
+
+  /// There is none; see `shallow_clone`.
   tnode(const tnode&) = delete;
+
+  /// There is none; see `shallow_copy`.
   tnode& operator=(const tnode&) = delete;
 
   /// What the node carries goes with it.

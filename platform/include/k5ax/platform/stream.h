@@ -50,7 +50,11 @@ class K5AX_API Stream {
  public:
   /// Nothing to set up.
   Stream() = default;
+
+  /// There is none: two would go on from the same place.
   Stream(const Stream&) = delete;
+
+  /// There is none, for the same reason.
   Stream& operator=(const Stream&) = delete;
 
   /// May throw: a stream that buffers learns only when it closes whether its bytes have arrived.
