@@ -21,7 +21,7 @@ typedef K5AX_RECORD angled_head {
   double c_angle;       ///< turn of the tilted spindle, a rotation about Z
   double length1;       ///< from the mounting point to the tilt joint, along the untilted spindle
   double length2;       ///< from the tilt joint to the tool reference point, along the tilted spindle
-  k5ax_point tip;       ///< from the tool reference point to the mounting point, machine at home
+  k5ax_point tip;       ///< tool reference point relative to the mounting point, as the tool direction counts
   k5ax_point tool_dir;  ///< direction of the tilted spindle; (0, 0, 1) for a straight head
   k5ax_point ref_dir;   ///< the head's X direction after tilt and turn; (1, 0, 0) for a straight head
   k5ax_point offset;    ///< in a tool node: the tool point applied last; else zero unless the host sets it
