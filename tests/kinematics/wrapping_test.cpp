@@ -208,10 +208,12 @@ TEST(Wrapping, APointCloserThan5e9IsOnTheAxisAndItsRadiusIsToldAllTheSame) {
   EXPECT_EQ(result.radius, 4e-9);
 }
 
-TEST(Wrapping, APointBeyond5e9IsTurned) {
-  const Result result = wrap(about_x().get(), Point(5, 0, 6e-9), Point(40, 41, 42), 1, 1);
-  EXPECT_NEAR(result.rotary.x, math::m_pi2, kHandTolerance);
-  EXPECT_NEAR_POINT(result.point, Point(5, 6e-9, 0), 1e-15);
+TEST(Wrapping, APointAt5e9AndBeyondIsTurned) {
+  for (const double off : {5e-9, 6e-9}) {
+    const Result result = wrap(about_x().get(), Point(5, 0, off), Point(40, 41, 42), 1, 1);
+    EXPECT_NEAR(result.rotary.x, math::m_pi2, kHandTolerance);
+    EXPECT_NEAR_POINT(result.point, Point(5, off, 0), 1e-15);
+  }
 }
 
 // On table-table the secondary turns the part, carried by the primary by minus its angle: at c = +90 degrees
