@@ -11,6 +11,8 @@ Lathe::~Lathe() { delete m_inner; }
 
 double Lathe::speed(SPINDLE spindle) const { return m_steps[spindle].speed; }
 
+std::vector<double> Lathe::speeds() const { return {m_steps[0].speed, m_steps[1].speed}; }
+
 void Lathe::visit(Visitor& visitor) const {
   for (const turning& step : m_steps) {
     visitor.begin(step);

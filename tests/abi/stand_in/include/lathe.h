@@ -3,6 +3,8 @@
 #ifndef LATHE_H
 #define LATHE_H
 
+#include <vector>
+
 #define LATHE_API __attribute__((visibility("default")))
 
 enum SPINDLE : int {
@@ -28,6 +30,7 @@ class LATHE_API Lathe {
   Lathe();
   ~Lathe();
   double speed(SPINDLE spindle) const;
+  std::vector<double> speeds() const;
   void visit(Visitor& visitor) const;
 
  private:
