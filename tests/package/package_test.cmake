@@ -52,6 +52,19 @@ macro(build_and_run_host)
   endforeach()
 endmacro()
 
+# The package is none for a host that was written for another MAJOR version, or for a later one of the same.
+macro(check_that_other_versions_are_refused prefix)
+  foreach(wanted IN ITEMS 0.9 1.99 2.0)
+    execute_process(COMMAND ${CMAKE_COMMAND} -S ${CMAKE_CURRENT_LIST_DIR}/host -B ${SCRATCH}/refused
+      -G ${GENERATOR} -DCMAKE_C_COMPILER=${C_COMPILER} -DCMAKE_CXX_COMPILER=${CXX_COMPILER}
+      -DCMAKE_PREFIX_PATH=${prefix} -DK5AX_WANTED=${wanted}
+      RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE output)
+    if(result EQUAL 0 OR NOT output MATCHES "k5axConfig[.]cmake, version: [0-9.]+")
+      message(FATAL_ERROR "version ${wanted} is not refused:\n${output}")
+    endif()
+  endforeach()
+endmacro()
+
 # Builds the host's programs with what pkg-config says of the tree at `prefix`, and runs them with the
 # libraries in the folder `libraries`.
 macro(build_and_run_by_pkg_config prefix libdir libraries)
@@ -96,6 +109,7 @@ file(MAKE_DIRECTORY ${SCRATCH})
 if(WAY STREQUAL "find_package")
   install_and_move()
   build_and_run_host(-DCMAKE_PREFIX_PATH=${SCRATCH}/moved -DCMAKE_BUILD_TYPE=Release)
+  check_that_other_versions_are_refused(${SCRATCH}/moved)
 elseif(WAY STREQUAL "add_subdirectory")
   # No build type: whatever the host chooses is the library's too, and so is no choice.
   build_and_run_host(-DK5AX_FROM=${SOURCE})
