@@ -172,6 +172,20 @@ static class Wrapper {
     collector.Join();
   }
 
+  static IEnumerable<IntPtr> Addresses(Machine machine) {
+    var nodes = new IntPtr[5];
+    Native.k5axSgNode_all_nodes(Native.k5axCMachDef_SG(machine.Handle, 0), nodes);
+    return nodes;
+  }
+
+  // The pools hand out first what came back last.
+  static void DisposeGivesBack(string file) {
+    IntPtr[] freed;
+    using (Machine machine = Machine.Load(file)) freed = Addresses(machine).ToArray();
+    using (Machine machine = Machine.Load(file))
+      Expect("nodes that were given back are used again", Addresses(machine).Intersect(freed).Any());
+  }
+
   static void MachinesComeAndGo(string file) {
     int valid = 0;
     for (int i = 0; i < 2000; ++i) {
@@ -226,6 +240,7 @@ static class Wrapper {
     Refusals(file, folder);
     NodesKeepTheirMachine(file);
     DroppedMachinesAreFreed(file);
+    DisposeGivesBack(file);
     MachinesComeAndGo(file);
     CallbacksOutliveACollection();
     ACallbackMayThrow();

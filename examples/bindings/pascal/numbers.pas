@@ -22,10 +22,7 @@ var
 begin
   Result := '';
   for Value in Values do
-    if Abs(Value) < 0.5e-6 then
-      Result := Result + ' 0.000000' { without a sign }
-    else
-      Result := Result + ' ' + FloatToStrF(Value, ffFixed, 18, 6, PointAsDecimal);
+    Result := Result + ' ' + FloatToStrF(Value, ffFixed, 18, 6, PointAsDecimal);
 end;
 
 function PointText(const P: Tk5ax_point): string;
