@@ -1,4 +1,5 @@
 // The class face of k5ax behind plain C functions.
+#define K5AX_BUILDING_BRIDGE
 #include "k5ax_bridge.h"
 
 #include <exception>

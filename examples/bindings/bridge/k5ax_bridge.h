@@ -9,8 +9,10 @@
 
 #include <k5ax/k5ax.h>
 
-#if defined(_WIN32)
+#if defined(_WIN32) && defined(K5AX_BUILDING_BRIDGE)
 #define K5AX_BRIDGE_API __declspec(dllexport)
+#elif defined(_WIN32)
+#define K5AX_BRIDGE_API __declspec(dllimport)
 #else
 #define K5AX_BRIDGE_API __attribute__((visibility("default")))
 #endif
