@@ -18,6 +18,7 @@ enum { kWell = 0, kNotReached = 1, kBadInput = 2 };
 enum { kDeveloper = 2, kLongestLine = 256 };
 
 static const char* const kHeader = "x,y,z,a,b,c";
+static const char* const kNotOpened = "cannot be opened; give a tool path that is there";
 static const double kTolerance = 1e-9; /* of what is read back, relative to the largest coordinate */
 
 typedef struct {
@@ -68,11 +69,13 @@ static int read_row(const char* text, position* row) {
   return 1;
 }
 
-/* The next line without its end, which may be that of Windows. A line that is too long stays cut off in two,
- * and neither half is a row. */
+/* The next line without its end, which may be that of Windows. One that is too long becomes an empty one,
+ * which is no row. */
 static int next_line(FILE* file, char* text) {
   if (fgets(text, kLongestLine, file) == NULL) return 0;
-  text[strcspn(text, "\r\n")] = '\0';
+  const size_t length = strlen(text);
+  const int is_cut = length == kLongestLine - 1 && text[length - 1] != '\n';
+  text[is_cut ? 0 : strcspn(text, "\r\n")] = '\0';
   return 1;
 }
 
@@ -91,7 +94,9 @@ static int add_row(toolpath* path, const position* row) {
 
 static int read_rows(FILE* file, const char* name, toolpath* path) {
   char text[kLongestLine];
-  if (!next_line(file, text) || strcmp(text, kHeader) != 0)
+  const int has_lines = next_line(file, text);
+  if (ferror(file)) return refuse(name, kNotOpened); /* a folder, for one */
+  if (!has_lines || strcmp(text, kHeader) != 0)
     return refuse_line(name, 1, "not the header; begin with the line x,y,z,a,b,c");
   for (int line = 2; next_line(file, text); ++line) {
     position row = {line, {0, 0, 0}, {0, 0, 0}};
@@ -103,7 +108,7 @@ static int read_rows(FILE* file, const char* name, toolpath* path) {
 
 static int read_toolpath(const char* name, toolpath* path) {
   FILE* const file = fopen(name, "rb");
-  if (file == NULL) return refuse(name, "cannot be opened; give a tool path that is there");
+  if (file == NULL) return refuse(name, kNotOpened);
   const int good = read_rows(file, name, path);
   fclose(file);
   return good;

@@ -12,6 +12,7 @@ using K5ax;
 
 static class Tour {
   const string Header = "x,y,z,a,b,c";
+  const int LongestLine = 255;  // the program in C has no room for more
   const double Tolerance = 1e-9;  // of what is read back, relative to the largest coordinate
 
   static readonly double[] Identity = { 1, 0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0 };
@@ -65,7 +66,7 @@ static class Tour {
       if (!double.TryParse(fields[i], style, CultureInfo.InvariantCulture, out values[i]) ||
           double.IsNaN(values[i]) || double.IsInfinity(values[i]))
         return null;
-    return values.Length == 6 ? values : null;
+    return values.Length == 6 && text.Length < LongestLine ? values : null;
   }
 
   // ---- the machine ----

@@ -14,6 +14,7 @@ uses
 const
   Header = 'x,y,z,a,b,c';
   Developer = 2;
+  LongestLine = 255; { the program in C has no room for more }
   Tolerance = 1e-9; { of what is read back, relative to the largest coordinate }
 
 type
@@ -66,7 +67,7 @@ begin
     Row.Part[I] := Values[I];
     Row.Abc[I] := Values[3 + I] * k5ax_D2R;
   end;
-  Result := Rest = '';
+  Result := (Rest = '') and (Length(Text) < LongestLine);
 end;
 
 function ReadRows(Lines: TStrings; const FileName: string): TRows;
