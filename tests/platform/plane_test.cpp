@@ -130,6 +130,12 @@ TEST(Plane, LengthOfTheNormalDoesNotChangeWhichPointsLieInIt) {
   }
 }
 
+TEST(Plane, ANormalAlongABisectorIsNoUnitVector) {
+  const Plane plane(Point(1, 1, 0), Point(0, 0, 0));
+  EXPECT_TRUE(plane.PointLiesInPlane(Point(1, 1, 0) * (0.999e-6 / std::sqrt(2.0))));
+  EXPECT_FALSE(plane.PointLiesInPlane(Point(1, 1, 0) * (1.001e-6 / std::sqrt(2.0))));
+}
+
 TEST(Plane, WithoutANormalMeetsNoLine) {
   Point p = kOther;
   EXPECT_FALSE(Plane(Point(), Point(0, 0, 5)).Intersect(Point(), Point(0, 0, 1), p));
