@@ -2,6 +2,10 @@
 # run.
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+# What the Python package is built and tested with, for `need`.
+python_packages=(python3=/usr/bin/python3 python3-dev=/usr/bin/python3-config
+  pybind11-dev=/usr/include/pybind11/pybind11.h
+  python3-numpy=/usr/lib/python3/dist-packages/numpy/__init__.py)
 jobs=${CMAKE_BUILD_PARALLEL_LEVEL:-$(nproc)}
 
 say() { printf '== %s\n' "$*"; }
