@@ -581,6 +581,12 @@ TEST(UpdateOfAnEmptyMachine, Succeeds) {
 
 TEST(UpdateOfNoMachine, IsFalse) { EXPECT_FALSE(md::UpdateNodeAxes_(nullptr, Point(), Point())); }
 
+TEST_F(Update, PosesASecondTreeThatIsAlone) {
+  SceneMachine m(NodePtr(), chain({x, y, z}));
+  EXPECT_TRUE(m.update(Point(10, 20, 30)));
+  EXPECT_NEAR_POINT(xyz_values(m), Point(10, 20, 30), 0);
+}
+
 TEST_F(Update, ThroughAReferenceIsTheSame) {
   const NodePtr c = rotary_node(5, AXIS_C, TABLE, kZ);
   SceneMachine m(chain({x, y, z, tool}), c, c);
