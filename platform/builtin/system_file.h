@@ -1,12 +1,13 @@
 // A file of the operating system: every system call that the file streams make stands behind this class.
 //
-// There is one implementation per system, system_file_posix.cpp being the first; another system gets a file
-// of its own beside it and a line in CMakeLists.txt.
+// There is one implementation per system, system_file_posix.cpp and system_file_windows.cpp; another system
+// gets a file of its own beside them and a line in CMakeLists.txt.
 #ifndef K5AX_PLATFORM_BUILTIN_SYSTEM_FILE_H
 #define K5AX_PLATFORM_BUILTIN_SYSTEM_FILE_H
 
 #include <cstddef>
 #include <cstdint>
+#include <filesystem>
 #include <memory>
 #include <string>
 
@@ -44,10 +45,12 @@ class SystemFile {
   [[noreturn]] void fail(const std::string& reason) const;
 
  private:
-  struct Replacement;  // a save that is under way
+  struct Replacement;                                     // a save that is under way
+  using SystemPath = std::filesystem::path::string_type;  // as the system's calls take it
 
   [[noreturn]] void fail(const char* what, int code) const;
-  void open_beside(const std::string& target, bool is_there);
+  SystemPath system_path(const char* what) const;
+  void open_beside(const SystemPath& target, bool is_there);
   bool create_temporary(unsigned int permissions);
   bool close();
 

@@ -116,7 +116,8 @@ class K5AX_API Stream {
 /// particular:
 /// - The old file's permissions are kept, its owner and group where the system lets us. A new file gets the
 ///   usual permissions of the process. A file that may not be written is not replaced either.
-/// - A symbolic link stays, and the file that it leads to is replaced or made.
+/// - A symbolic link stays, and the file that it leads to is replaced or made. (On Windows a link that leads
+///   to nothing is refused.)
 /// - Other hard links to the old file keep the old contents.
 /// - A device, a pipe or anything else that is not a regular file is written directly, and not flushed to
 ///   disk.
@@ -124,8 +125,8 @@ class K5AX_API FileStream : public Stream {
  public:
   /// Opens a file for reading or writing. FILE_WRITE needs no old file; FILE_READ does.
   ///
-  /// @param path bytes as the system takes them, relative to the working directory of this moment; null,
-  ///             empty or a folder is refused with a FileError
+  /// @param path bytes as the system takes them, on Windows UTF-8, relative to the working directory of this
+  ///             moment; null, empty or a folder is refused with a FileError
   /// @param mode a value that is neither of the two is refused with a FileError
   FileStream(const char* path, FILE_MODE mode);
 
