@@ -41,37 +41,37 @@ class tnode;
 /// The node as an axis node. Touches no reference count.
 /// @param n  a node of any kind
 /// @return borrowed, as `n` is; null for another kind and for null
-K5AX_API tnode<CAxis2>* axis_node(node* n);
+K5AX_API_FRIEND tnode<CAxis2>* axis_node(node* n);
 
 /// The node as a tool node. Touches no reference count.
 /// @param n  a node of any kind
 /// @return borrowed, as `n` is; null for another kind and for null
-K5AX_API tnode<angled_head>* tool_node(node* n);
+K5AX_API_FRIEND tnode<angled_head>* tool_node(node* n);
 
 }  // namespace sg
 
 /// Takes an axis node out of its pool, or makes one.
 /// @return the one parked last, as it was when it was freed, or a fresh one (node part as `sg::node::create`
 ///         gives it; axis of type, location and mode -1, the rest zero)
-K5AX_API boost::shared_ptr<sg::tnode<CAxis2>> NodeAxis_Create();
+K5AX_API_FRIEND boost::shared_ptr<sg::tnode<CAxis2>> NodeAxis_Create();
 
 /// Parks an axis node in its own pool; nothing is reset or checked.
 /// @param[in,out] n  the node; empty afterwards
-K5AX_API void NodeAxis_Free(boost::shared_ptr<sg::tnode<CAxis2>>& n);
+K5AX_API_FRIEND void NodeAxis_Free(boost::shared_ptr<sg::tnode<CAxis2>>& n);
 
 /// Takes a tool node out of its pool, or makes one.
 /// @return the one parked last, as it was when it was freed, or a fresh one. All bytes of a fresh one's head
 ///         are zero, its directions included, unlike those of `k5ax_angled_head_initialise`
-K5AX_API boost::shared_ptr<sg::tnode<angled_head>> TOOL_NODE_Create();
+K5AX_API_FRIEND boost::shared_ptr<sg::tnode<angled_head>> TOOL_NODE_Create();
 
 /// Parks a tool node in its own pool; nothing is reset or checked.
 /// @param[in,out] n  the node; empty afterwards
-K5AX_API void TOOL_NODE_Free(boost::shared_ptr<sg::tnode<angled_head>>& n);
+K5AX_API_FRIEND void TOOL_NODE_Free(boost::shared_ptr<sg::tnode<angled_head>>& n);
 
 // Explained below, beside the forms that take a shared pointer.
-K5AX_API Geometry::Matrix NodeAxis_transform_calc(unsigned int selector, const sg::tnode<CAxis2>& n,
-                                                  double value);
-K5AX_API void NodeAxis_transform_set(unsigned int selector, sg::tnode<CAxis2>& n, double value);
+K5AX_API_FRIEND Geometry::Matrix NodeAxis_transform_calc(unsigned int selector, const sg::tnode<CAxis2>& n,
+                                                         double value);
+K5AX_API_FRIEND void NodeAxis_transform_set(unsigned int selector, sg::tnode<CAxis2>& n, double value);
 
 namespace sg {
 
@@ -277,7 +277,7 @@ class K5AX_API node : public boost::enable_shared_from_this<node> {
     Geometry::TPoint<double> carry_direction(const Geometry::TPoint<double>& d) const;
 
     void Identity() { *this = Transform(); }
-    void set(const Geometry::Matrix& matrix);
+    K5AX_API void set(const Geometry::Matrix& matrix);
     // See md::NodeAxis_transform_calc.
     void set_axis(unsigned int selector, const CAxis2& axis, double value);
 
@@ -353,13 +353,15 @@ class K5AX_API tnode : public node, public T {
   using node::flags;
   using node::free;
 
+  // Both are every host's own: a library of Windows has no inline members of templates to give.
+
   /// The axis or the head that the node carries, to read and write.
   /// @return lives as long as the node
-  T& payload() { return *this; }
+  [[gnu::always_inline]] T& payload() { return *this; }
 
   /// The axis or the head that the node carries, to read.
   /// @return lives as long as the node
-  const T& payload() const { return *this; }
+  [[gnu::always_inline]] const T& payload() const { return *this; }
 
   /// As `node::shallow_clone`, the payload included: the whole head record, or the seven fields of the axis
   /// record. An axis keeps the owner that its new node had.
@@ -424,8 +426,8 @@ K5AX_API Geometry::Matrix NodeAxis_transform_calc(unsigned int selector,
 /// @param n         the axis node
 /// @param value     radians or length units by mode
 /// @return from the node's frame to its parent's
-K5AX_API Geometry::Matrix NodeAxis_transform_calc(unsigned int selector, const sg::tnode<CAxis2>& n,
-                                                  double value);
+K5AX_API_FRIEND Geometry::Matrix NodeAxis_transform_calc(unsigned int selector, const sg::tnode<CAxis2>& n,
+                                                         double value);
 
 /// Stores that transform and the value in the node.
 /// @param selector  the owning machine's flags word by convention; has no effect at present
@@ -438,7 +440,7 @@ K5AX_API void NodeAxis_transform_set(unsigned int selector, boost::shared_ptr<sg
 /// @param selector  the owning machine's flags word by convention; has no effect at present
 /// @param n         the axis node
 /// @param value     radians or length units by mode
-K5AX_API void NodeAxis_transform_set(unsigned int selector, sg::tnode<CAxis2>& n, double value);
+K5AX_API_FRIEND void NodeAxis_transform_set(unsigned int selector, sg::tnode<CAxis2>& n, double value);
 
 /// Reads the state of an axis node.
 /// @param n       a node of any kind

@@ -19,4 +19,12 @@
 #define K5AX_API
 #endif
 
+/// The same for a function that is a friend of a class. There a host's g++ for Windows cannot take the mark,
+/// and warns of the difference; a function is found without it.
+#if defined(_WIN32) && !defined(K5AX_BUILDING_LIBRARY)
+#define K5AX_API_FRIEND
+#else
+#define K5AX_API_FRIEND K5AX_API
+#endif
+
 #endif
