@@ -97,7 +97,7 @@ TEST_P(MachineFile, IsRefusedAtEveryLengthButItsOwn) {
   make_file(path, m_bytes);
   int refused = 0;
   for (std::size_t length = m_bytes.size(); length-- > 0;) {
-    ASSERT_EQ(::truncate(path.c_str(), static_cast<off_t>(length)), 0);
+    fs::resize_file(path, length);
     CMachDef machine;
     ASSERT_EQ(MachdefLoad(&machine, path.c_str()), 0) << length << " bytes";
     ASSERT_EQ(use_machine(machine), "") << length << " bytes";

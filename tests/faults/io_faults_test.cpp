@@ -19,6 +19,7 @@
 #include "machdef/files/memory_stream.h"
 #include "machdef/files/rich_machine.h"
 #include "platform/scratch.h"
+#include "platform/scratch_process.h"
 
 using namespace k5ax_test;
 using md::CMachDef;

@@ -1,6 +1,10 @@
 #include "watched_memory.h"
 
+#ifdef _WIN32
+#include <windows.h>
+#else
 #include <sys/mman.h>
+#endif
 
 #include <cstdint>
 #include <cstdlib>
@@ -17,6 +21,22 @@ std::size_t allocation_count = 0;
 bool counts_on_own_pages = false;
 unsigned char* pages = nullptr;
 std::size_t places_used = 0;
+
+#ifdef _WIN32
+void* new_pages(std::size_t size) {
+  return ::VirtualAlloc(nullptr, size, MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE);
+}
+bool protect_pages(void* first, std::size_t size) {
+  DWORD before = 0;
+  return ::VirtualProtect(first, size, PAGE_READONLY, &before) != 0;
+}
+#else
+void* new_pages(std::size_t size) {
+  void* const mapped = ::mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+  return mapped == MAP_FAILED ? nullptr : mapped;
+}
+bool protect_pages(void* first, std::size_t size) { return ::mprotect(first, size, PROT_READ) == 0; }
+#endif
 
 bool on_own_pages(const void* p) {
   const std::uintptr_t address = reinterpret_cast<std::uintptr_t>(p);
@@ -46,10 +66,8 @@ std::size_t allocations() { return allocation_count; }
 
 CountsOnOwnPages::CountsOnOwnPages() {
   if (pages == nullptr) {
-    void* const mapped =
-        mmap(nullptr, kPlaces * kCountsSize, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-    if (mapped == MAP_FAILED) throw std::bad_alloc();
-    pages = static_cast<unsigned char*>(mapped);
+    pages = static_cast<unsigned char*>(new_pages(kPlaces * kCountsSize));
+    if (pages == nullptr) throw std::bad_alloc();
   }
   counts_on_own_pages = true;
 }
@@ -58,7 +76,7 @@ CountsOnOwnPages::~CountsOnOwnPages() { counts_on_own_pages = false; }
 
 void CountsOnOwnPages::make_read_only() {
   counts_on_own_pages = false;
-  if (mprotect(pages, kPlaces * kCountsSize, PROT_READ) != 0) std::abort();
+  if (!protect_pages(pages, kPlaces * kCountsSize)) std::abort();
 }
 
 std::size_t CountsOnOwnPages::used() { return places_used; }

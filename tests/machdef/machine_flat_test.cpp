@@ -1,6 +1,7 @@
 // The flat functions on machine definitions.
+#ifndef _WIN32
 #include <dirent.h>
-#include <sys/stat.h>
+#endif
 
 #include <cstddef>
 #include <fstream>
@@ -348,6 +349,7 @@ class FlatFile : public testing::Test {
   const std::string m_path;
 };
 
+#ifndef _WIN32
 std::size_t open_descriptors() {
   std::size_t count = 0;
   DIR* const folder = opendir("/proc/self/fd");
@@ -359,6 +361,7 @@ std::size_t open_descriptors() {
   closedir(folder);
   return count;
 }
+#endif
 
 TEST_F(FlatFile, SavedAndLoadedIsTheSameMachine) {
   const auto machdef = full_machine();
@@ -504,6 +507,7 @@ TEST_F(FailedSave, ToANullOrEmptyPathAnswersZero) {
   EXPECT_EQ(MachdefSave(&machdef, ""), 0);
 }
 
+#ifndef _WIN32
 TEST_F(FailedSave, OntoAFullDeviceAnswersZero) {
   // What is buffered is refused when the stream closes, and that counts as well.
   CMachDef machdef;
@@ -527,6 +531,7 @@ TEST_F(FlatFile, IsClosedWhenTheCallReturns) {
   EXPECT_EQ(MachdefSave(machdef.get(), "/dev/full"), 0);
   EXPECT_EQ(open_descriptors(), before);
 }
+#endif
 
 TEST_F(FlatFile, FailuresAreReportedThroughNoChannel) {
   const k5ax_test::UtilityGuard guard;

@@ -1,4 +1,5 @@
-// Saves that fail: what is said, and that the old file stays byte for byte with nothing left beside it.
+// Saves that a POSIX system lets fail: what is said, and that the old file stays byte for byte with nothing
+// left beside it.
 
 #include <fcntl.h>
 #include <signal.h>
@@ -17,6 +18,7 @@
 #include <k5ax/platform/stream.h>
 
 #include "scratch.h"
+#include "scratch_process.h"
 #include "system_calls.h"
 
 namespace {
@@ -370,33 +372,6 @@ TEST(FailedSave, SignalsAreReceivedAgainAfterwards) {
   ASSERT_EQ(::pthread_sigmask(SIG_BLOCK, nullptr, &mask), 0);
   EXPECT_EQ(sigismember(&mask, SIGPIPE), 0);
   EXPECT_EQ(sigismember(&mask, SIGXFSZ), 0);
-}
-
-TEST(AbandonedSave, ExceptionWhileWritingLeavesTheOldFile) {
-  const ScratchFolder folder;
-  make_file(folder / "machine", "old");
-  const std::string large(200000, 'n');
-  EXPECT_THROW(
-      {
-        FileStream stream((folder / "machine").c_str(), FILE_WRITE);
-        stream.Write(large.data(), large.size());
-        throw std::logic_error("the machine cannot be written");
-      },
-      std::logic_error);
-  EXPECT_EQ(contents(folder / "machine"), "old");
-  EXPECT_EQ(folder.names(), Names{"machine"});
-}
-
-TEST(AbandonedSave, ExceptionWhileWritingLeavesNoNewFile) {
-  const ScratchFolder folder;
-  EXPECT_THROW(
-      {
-        FileStream stream((folder / "machine").c_str(), FILE_WRITE);
-        stream << 1;
-        throw std::logic_error("the machine cannot be written");
-      },
-      std::logic_error);
-  EXPECT_TRUE(folder.names().empty());
 }
 
 // A second exception would end the program here.

@@ -2,25 +2,16 @@
 #ifndef K5AX_TESTS_PLATFORM_SCRATCH_H
 #define K5AX_TESTS_PLATFORM_SCRATCH_H
 
-#include <fcntl.h>
-#include <grp.h>
-#include <stdlib.h>
-#include <sys/resource.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include <algorithm>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <functional>
 #include <iterator>
+#include <random>
 #include <stdexcept>
 #include <string>
 #include <system_error>
 #include <vector>
-
-#include <gtest/gtest.h>
 
 #include <k5ax/platform/stream.h>
 
@@ -32,9 +23,10 @@ namespace fs = std::filesystem;
 class ScratchFolder {
  public:
   ScratchFolder() {
-    std::string pattern = (fs::temp_directory_path() / "k5ax-XXXXXX").string();
-    if (::mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("no scratch folder at " + pattern);
-    m_path = pattern;
+    std::random_device random;
+    do {
+      m_path = fs::temp_directory_path() / ("k5ax-" + std::to_string(random()));
+    } while (!fs::create_directory(m_path));
   }
   ScratchFolder(const ScratchFolder&) = delete;
   ScratchFolder& operator=(const ScratchFolder&) = delete;
@@ -43,14 +35,14 @@ class ScratchFolder {
     fs::remove_all(m_path, ignored);
   }
 
-  std::string path() const { return m_path.string(); }
-  std::string operator/(const std::string& name) const { return (m_path / name).string(); }
+  std::string path() const { return m_path.u8string(); }
+  std::string operator/(const std::string& name) const { return (m_path / fs::u8path(name)).u8string(); }
 
   // The names in the folder, hidden ones included, sorted.
   std::vector<std::string> names() const {
     std::vector<std::string> found;
     for (const fs::directory_entry& entry : fs::directory_iterator(m_path))
-      found.push_back(entry.path().filename());
+      found.push_back(entry.path().filename().u8string());
     std::sort(found.begin(), found.end());
     return found;
   }
@@ -63,13 +55,13 @@ using Names = std::vector<std::string>;
 
 // The files are read and made here without the streams under test.
 inline std::string contents(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
+  std::ifstream file(fs::u8path(path), std::ios::binary);
   if (!file) return "(no file)";
   return std::string(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
 }
 
 inline void make_file(const std::string& path, const std::string& text) {
-  std::ofstream file(path, std::ios::binary);
+  std::ofstream file(fs::u8path(path), std::ios::binary);
   file << text;
   if (!file.flush()) throw std::runtime_error("cannot make " + path);
 }
@@ -92,69 +84,6 @@ inline std::string error_of(const std::function<void()>& action) {
 
 // What the system calls an error number, as messages end with it.
 inline std::string reason(int code) { return std::system_category().message(code); }
-
-// From here on no file of this process may grow beyond `size` bytes: a disk that is full there.
-inline void fill_the_disk_at(rlim_t size) {
-  rlimit limit;
-  if (::getrlimit(RLIMIT_FSIZE, &limit) != 0) throw std::runtime_error("no limit");
-  limit.rlim_cur = size;
-  if (::setrlimit(RLIMIT_FSIZE, &limit) != 0) throw std::runtime_error("no limit");
-}
-
-// From here on this process may do only what anybody may, run by root or not.
-inline void become_anybody() {
-  if (::geteuid() != 0) return;
-  const bool done = ::setgroups(0, nullptr) == 0 && ::setgid(65534) == 0 && ::setuid(65534) == 0;
-  if (!done) throw std::runtime_error("still root");
-}
-
-// There in a build that counts what is reached, and absent from others.
-extern "C" int __llvm_profile_write_file() __attribute__((weak));
-
-// Ends this process at once. Where it is counted what is reached, the program and the library write that down
-// at an ordinary end, for which files may be large again.
-[[noreturn]] inline void leave(int code) {
-  if (&__llvm_profile_write_file == nullptr) ::_exit(code);
-
-  rlimit limit;
-  if (::getrlimit(RLIMIT_FSIZE, &limit) == 0) {
-    limit.rlim_cur = limit.rlim_max;
-    ::setrlimit(RLIMIT_FSIZE, &limit);
-  }
-  std::exit(code);
-}
-
-// Runs `action` in a process of its own, for what would change this one for good (limits, user, signals) or
-// end it. Success means that it came to its end and answered true.
-inline testing::AssertionResult in_a_process(const std::function<bool()>& action) {
-  const pid_t child = ::fork();
-  if (child == -1) return testing::AssertionFailure() << "cannot fork";
-  if (child == 0) {
-    int code = 2;
-    try {
-      code = action() ? 0 : 1;
-    } catch (...) {
-      code = 3;
-    }
-    leave(code);
-  }
-  int status = 0;
-  if (::waitpid(child, &status, 0) != child) return testing::AssertionFailure() << "cannot wait";
-  if (WIFSIGNALED(status)) return testing::AssertionFailure() << "ended by signal " << WTERMSIG(status);
-  if (WEXITSTATUS(status) == 1) return testing::AssertionFailure() << "answered false";
-  if (WEXITSTATUS(status) == 3) return testing::AssertionFailure() << "an exception came out";
-  if (WEXITSTATUS(status) != 0) return testing::AssertionFailure() << "exit code " << WEXITSTATUS(status);
-  return testing::AssertionSuccess();
-}
-
-// The numbers of the files that this process has open.
-inline std::vector<int> open_files() {
-  std::vector<int> numbers;
-  for (int number = 0; number < 1024; ++number) {
-    if (::fcntl(number, F_GETFD) != -1) numbers.push_back(number);
-  }
-  return numbers;
-}
 
 }  // namespace k5ax_test
 

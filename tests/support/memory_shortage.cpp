@@ -1,5 +1,5 @@
-// Replaces operator new for the whole program; the shared library finds the program's before the standard
-// one.
+// Replaces operator new for the whole program. A shared library finds the program's before the standard one;
+// a library of Windows does not, and is part of the program instead (OWN_MEMORY in tests/CMakeLists.txt).
 
 #include "support/memory_shortage.h"
 
@@ -9,6 +9,12 @@
 #include <cstdlib>
 
 namespace {
+
+#ifdef _WIN32
+std::size_t usable_size(void* memory) { return ::_msize(memory); }
+#else
+std::size_t usable_size(void* memory) { return ::malloc_usable_size(memory); }
+#endif
 
 std::atomic<std::size_t> in_use{0};
 std::atomic<std::size_t> peak{0};
@@ -33,7 +39,7 @@ bool may_allocate() {
 void* try_to_allocate(std::size_t size) noexcept {
   void* const memory = may_allocate() ? std::malloc(size > 0 ? size : 1) : nullptr;
   if (memory == nullptr) return nullptr;
-  const std::size_t now = in_use += malloc_usable_size(memory);
+  const std::size_t now = in_use += usable_size(memory);
   if (now > peak) peak = now;
   return memory;
 }
@@ -46,7 +52,7 @@ void* allocate(std::size_t size) {
 
 void release(void* memory) {
   if (memory == nullptr) return;
-  in_use -= malloc_usable_size(memory);
+  in_use -= usable_size(memory);
   std::free(memory);
 }
 

@@ -213,6 +213,10 @@ inline void make_rich(md::CMachDef& m) {
   m.tool_node(tool);
 }
 
+struct Rich : md::CMachDef {
+  Rich() { make_rich(*this); }
+};
+
 }  // namespace k5ax_test
 
 #endif
