@@ -3,13 +3,13 @@
 #include "tool/context.h"
 #include "tool/errors.h"
 #include "tool/machine/nearest_word.h"
+#include "tool/system.h"
 #include "tool/verbs.h"
 
 #include <CLI/CLI.hpp>
 
 #include <cctype>
 #include <cerrno>
-#include <csignal>
 #include <cstdlib>
 #include <cstring>
 #include <exception>
@@ -19,16 +19,14 @@
 #include <string_view>
 #include <vector>
 
-#include <unistd.h>
-
 namespace {
 
 // no-color.org: any text that is not empty switches colours off.
 bool wants_colour() {
   const char* no_colour = std::getenv("NO_COLOR");
   const char* terminal = std::getenv("TERM");
-  return isatty(STDOUT_FILENO) == 1 && (no_colour == nullptr || *no_colour == '\0') && terminal != nullptr &&
-         std::strcmp(terminal, "dumb") != 0;
+  return tool::is_terminal(tool::StandardStream::output) && (no_colour == nullptr || *no_colour == '\0') &&
+         terminal != nullptr && std::strcmp(terminal, "dumb") != 0;
 }
 
 int complain(tool::Context& context, const std::string& message, int exit_code) {
@@ -38,10 +36,10 @@ int complain(tool::Context& context, const std::string& message, int exit_code) 
 }
 
 // The parser takes -5 for a value and -.5 for an option; a person means a number by both.
-std::vector<std::string> readable(int argc, char** argv) {
+std::vector<std::string> readable(const std::vector<std::string>& given) {
   std::vector<std::string> arguments;
-  for (int i = argc - 1; i > 0; --i) {  // the parser wants the last one first
-    std::string argument = argv[i];
+  for (std::size_t i = given.size() - 1; i > 0; --i) {  // the parser wants the last one first
+    std::string argument = given[i];
     if (argument.size() > 2 && argument[0] == '-' && argument[1] == '.' &&
         std::isdigit(static_cast<unsigned char>(argument[2])) != 0)
       argument.insert(1, "0");
@@ -93,11 +91,12 @@ std::string usage_message(const CLI::App& app, const std::vector<std::string>& a
   return (command.empty() ? "" : command.substr(1) + ": ") + what + "; see k5ax" + command + " --help";
 }
 
-int run(int argc, char** argv, tool::Context& context) {
+int run(const std::vector<std::string>& given, tool::Context& context) {
   CLI::App app("k5ax looks at, checks and converts definitions of five-axis machines", "k5ax");
+  app.allow_windows_style_options(false);  // the same arguments on every system
   tool::add_verbs(app, context);
 
-  const std::vector<std::string> arguments = readable(argc, argv);
+  const std::vector<std::string> arguments = readable(given);
   try {
     std::vector<std::string> to_parse = arguments;
     app.parse(to_parse);
@@ -122,20 +121,18 @@ int run(int argc, char** argv, tool::Context& context) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  // A reader that has seen enough closes the pipe, and the tool ends as every filter does, without a word. A
-  // parent may have left the signal ignored.
-  std::signal(SIGPIPE, SIG_DFL);
+  tool::prepare_process();
   std::ios::sync_with_stdio(false);
   std::cin.tie(nullptr);
 
   tool::Context context{std::cin, std::cout, std::cerr};
   context.colour = wants_colour();
-  context.progress = isatty(STDERR_FILENO) == 1;
+  context.progress = tool::is_terminal(tool::StandardStream::error);
 
   // A write that fails is met where it fails, while the system's reason is known.
   std::cout.exceptions(std::ios::badbit);
   try {
-    const int exit_code = run(argc, argv, context);
+    const int exit_code = run(tool::arguments_of(argc, argv), context);
     errno = 0;
     std::cout.flush();
     return exit_code;

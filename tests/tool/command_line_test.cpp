@@ -203,6 +203,34 @@ TEST(MachineFile, NameIsPrintedWithoutWhatATerminalWouldObey) {
   EXPECT_EQ(lines_of(ended.err).size(), 1U);
 }
 
+// In Latin, in Chinese, and with a letter that takes two units of UTF-16: as an argument, in messages, for a
+// file that the library opens and for those that the tool opens itself.
+TEST(FileNames, MayHaveAnyLetters) {
+  const std::string folder = make_folder("letters");
+  const std::string name = "Fr\u00e4se \u6a5f\u68b0 \U0001f6e0";
+  const How how{"", folder};
+  const Ended made = run_tool({"new", "table-table", "-o", name + ".json"}, how);
+  EXPECT_EQ(made.exit_code, 0) << made;
+  EXPECT_EQ(made.err.rfind("wrote " + name + ".json; ", 0), 0U) << made;
+  const Ended again = run_tool({"new", "table-table", "-o", name + ".json"}, how);
+  EXPECT_EQ(again.exit_code, 3) << again;
+  EXPECT_EQ(again.err.rfind("k5ax: " + name + ".json: is there already; ", 0), 0U) << again;
+
+  const Ended converted = run_tool({"convert", name + ".json", name + ".k5m"}, how);
+  EXPECT_EQ(converted.exit_code, 0) << converted;
+  write_file(folder + "/" + name + ".csv", "x,y,z,a,b,c\n1,2,3,0,0,0\n");
+  const Ended sent =
+      run_tool({"path", name + ".k5m", name + ".csv", "--to", "machine", "-o", name + " machine.csv"}, how);
+  EXPECT_EQ(sent.exit_code, 0) << sent;
+  EXPECT_EQ(read_file(folder + "/" + name + " machine.csv"), "x,y,z,a,b,c\n1,2,3,0,0,0\n");
+
+  std::set<std::string> names;
+  for (const auto& entry : std::filesystem::directory_iterator(std::filesystem::u8path(folder)))
+    names.insert(entry.path().filename().u8string());
+  EXPECT_EQ(names,
+            (std::set<std::string>{name + ".json", name + ".k5m", name + ".csv", name + " machine.csv"}));
+}
+
 // ---- streams ----
 
 TEST(StandardOutput, ThatIsFullIsSaid) {

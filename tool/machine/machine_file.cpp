@@ -5,6 +5,7 @@
 #include "tool/machine/machine_reader.h"
 #include "tool/machine/machine_writer.h"
 #include "tool/machine/memory_stream.h"
+#include "tool/system.h"
 
 #include <array>
 #include <cerrno>
@@ -17,7 +18,7 @@ namespace {
 
 // Of any kind of file, pipes too, so the size is not asked for.
 std::string read_text(const std::string& path) {
-  const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "rb"), std::fclose);
+  const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(open_stream(path), std::fclose);
   const std::string remedy = "give a machine definition that is there and may be read";
   if (!file) throw InputError(path, "", std::string("cannot open: ") + std::strerror(errno), remedy);
   std::string text;

@@ -2,10 +2,7 @@
 #include "tool/toolpath/input.h"
 
 #include "tool/errors.h"
-
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
+#include "tool/system.h"
 
 #include <cerrno>
 #include <cstring>
@@ -26,24 +23,20 @@ Input::Input(const std::string& path, std::istream& standard) : m_name(path) {
     m_stream = &standard;
     return;
   }
-  m_file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  m_file = open_file(path);
   if (m_file < 0) refuse(path, errno);
-  struct stat status {};
-  if (::fstat(m_file, &status) == 0 && S_ISREG(status.st_mode))
-    m_size = static_cast<std::uint64_t>(status.st_size);
+  m_size = size_of_file(m_file);
 }
 
 Input::~Input() {
-  if (m_file >= 0) ::close(m_file);
+  if (m_file >= 0) close_file(m_file);
 }
 
 std::size_t Input::read(char* data, std::size_t size) {
   if (m_stream != nullptr) return read_stream(data, size);
-  for (;;) {
-    const ssize_t count = ::read(m_file, data, size);
-    if (count >= 0) return static_cast<std::size_t>(count);
-    if (errno != EINTR) refuse(m_name, errno);
-  }
+  const std::ptrdiff_t count = read_file(m_file, data, size);
+  if (count < 0) refuse(m_name, errno);
+  return static_cast<std::size_t>(count);
 }
 
 // Not istream::read, which would wait until `size` bytes have come: what one program has written into a pipe

@@ -30,7 +30,8 @@ void start(const Options& options, Context& context) {
   require_machine_ending("-o", options.path);
   // Not by what the path leads to: a link that leads nowhere is somebody's too.
   std::error_code ignored;
-  const bool is_there = std::filesystem::exists(std::filesystem::symlink_status(options.path, ignored));
+  const std::filesystem::path path = std::filesystem::u8path(options.path);
+  const bool is_there = std::filesystem::exists(std::filesystem::symlink_status(path, ignored));
   if (is_there && !options.replace)
     throw InputError(options.path, "", "is there already", "give another name, or --force to replace it");
   if (is_text_file(options.path))

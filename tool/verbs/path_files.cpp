@@ -1,7 +1,7 @@
 // What the verbs that convert tool paths have in common: their files, and a path's way through.
 #include "tool/verbs/path_files.h"
 
-#include <unistd.h>
+#include "tool/system.h"
 
 namespace tool {
 
@@ -15,7 +15,7 @@ void add_output_option(Verb& verb, PathFiles& files) {
 }
 
 bool shows_progress(const PathFiles& files, const Context& context) {
-  return context.progress && (names_file(files.output) || isatty(STDOUT_FILENO) != 1);
+  return context.progress && (names_file(files.output) || !is_terminal(StandardStream::output));
 }
 
 std::ostream& summary_stream(const PathFiles& files, const Context& context) {
