@@ -20,6 +20,9 @@ if(NOT command OR NOT DEFINED STATUS)
 endif()
 
 execute_process(COMMAND ${command} RESULT_VARIABLE status OUTPUT_VARIABLE out ERROR_VARIABLE err)
+# C on Windows ends its lines in two characters.
+string(REPLACE "\r\n" "\n" out "${out}")
+string(REPLACE "\r\n" "\n" err "${err}")
 message("${out}${err}exit status ${status}")
 
 if(NOT status STREQUAL STATUS)

@@ -1,12 +1,11 @@
 // Any sequence of calls over both faces, with any arguments, memory running out now and then: nothing
 // crashes, every walk ends, what stands at the end can be used, and nothing is lost.
-#include <unistd.h>
-
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <filesystem>
 #include <new>
+#include <random>
 #include <string>
 
 #include "fuzz/host.h"
@@ -30,10 +29,10 @@ constexpr long kMostAllocations = 30;
 const std::string& scratch_path() {
   static const struct Folder {
     Folder() {
-      std::string pattern = (std::filesystem::temp_directory_path() / "k5ax-fuzz-XXXXXX").string();
-      require(::mkdtemp(pattern.data()) != nullptr, "no scratch folder");
-      folder = pattern;
-      file = pattern + "/machine";
+      std::random_device random;
+      folder = std::filesystem::temp_directory_path() / ("k5ax-fuzz-" + std::to_string(random()));
+      require(std::filesystem::create_directory(folder), "no scratch folder");
+      file = (folder / "machine").string();
     }
     Folder(const Folder&) = delete;
     Folder& operator=(const Folder&) = delete;
@@ -41,7 +40,7 @@ const std::string& scratch_path() {
       std::error_code ignored;
       std::filesystem::remove_all(folder, ignored);
     }
-    std::string folder;
+    std::filesystem::path folder;
     std::string file;
   } folder;
   return folder.file;

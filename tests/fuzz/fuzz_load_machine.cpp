@@ -1,10 +1,15 @@
 // Any bytes as a machine's file: they are refused or read, from a stream and from a file alike, again and
 // again with the same result; what was read can be used in every way, and nothing of it is lost.
+#ifdef __linux__
 #include <sys/mman.h>
 #include <unistd.h>
+#endif
 
 #include <cstddef>
 #include <cstdint>
+#include <filesystem>
+#include <fstream>
+#include <random>
 #include <stdexcept>
 #include <string>
 
@@ -19,6 +24,7 @@ using k5ax_test::bytes_in_use;
 using k5ax_test::bytes_of;
 using md::CMachDef;
 
+#ifdef __linux__
 // A file in memory, that has a path while it lives.
 class MemoryFile {
  public:
@@ -36,6 +42,28 @@ class MemoryFile {
  private:
   int m_file;
 };
+#else
+// Where there are no such files, one in the system's folder for them.
+class MemoryFile {
+ public:
+  explicit MemoryFile(const std::string& bytes)
+      : m_path(std::filesystem::temp_directory_path() / std::to_string(std::random_device()())) {
+    std::ofstream file(m_path, std::ios::binary);
+    require(bool(file << bytes << std::flush), "the file cannot be written");
+  }
+  MemoryFile(const MemoryFile&) = delete;
+  MemoryFile& operator=(const MemoryFile&) = delete;
+  ~MemoryFile() {
+    std::error_code ignored;
+    std::filesystem::remove(m_path, ignored);
+  }
+
+  std::string path() const { return m_path.string(); }
+
+ private:
+  std::filesystem::path m_path;
+};
+#endif
 
 bool reads(CMachDef& machine, const std::string& bytes) {
   try {

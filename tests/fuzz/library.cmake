@@ -21,9 +21,15 @@ if(CMAKE_CXX_COMPILER_ID MATCHES Clang)
   k5ax_fuzz_instrument(fuzzed_k5ax fuzzer-no-link)
 endif()
 
+# The targets replace operator new, and a library of Windows would go on with its own.
+set(library k5ax::k5ax)
+if(WIN32)
+  set(library k5ax_objects ${K5AX_GEOMETRY_TARGET} ${K5AX_STREAM_TARGET})
+endif()
+
 k5ax_add_fuzz_target(load_machine CASE LoadingAMachine
   SOURCES fuzz_load_machine.cpp ../support/memory_shortage.cpp
-  LIBS k5ax::k5ax
+  LIBS ${library}
   FUZZED_SOURCES mutate_machine.cpp
   FUZZED_LIBS fuzzed_k5ax)
 
@@ -36,5 +42,10 @@ k5ax_add_fuzz_target(call_sequence CASE ASequenceOfCalls
     node_calls.cpp
     pose_calls.cpp
     ../support/memory_shortage.cpp
-  LIBS k5ax::k5ax
+  LIBS ${library}
   FUZZED_LIBS fuzzed_k5ax)
+if(WIN32)
+  foreach(name IN ITEMS load_machine call_sequence)
+    target_compile_definitions(replay_${name} PRIVATE K5AX_BUILDING_LIBRARY)
+  endforeach()
+endif()
