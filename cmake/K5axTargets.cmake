@@ -23,6 +23,12 @@ set(K5AX_C_WARNINGS
   -Wstrict-prototypes -Wmissing-prototypes -Wold-style-definition)
 set(K5AX_GCC_WARNINGS
   -Wduplicated-cond -Wduplicated-branches -Wlogical-op)
+if(MINGW)
+  list(APPEND K5AX_C_WARNINGS -Wno-float-conversion)  # its isfinite names a float for each double
+endif()
+if(MINGW AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
+  list(APPEND K5AX_GCC_WARNINGS -Wno-restrict)  # it sees an overlap in "text" + std::string that is none
+endif()
 
 # Warnings, sanitizers and arithmetic as written (no contraction to fused operations: the same source gives
 # the same figures on every machine and under every compiler).
@@ -51,6 +57,11 @@ endfunction()
 
 # For the targets whose objects end in libk5ax.so, and for the executables that link those objects directly.
 function(k5ax_library_defaults target)
+  # Hosts on Windows link to the inline members of the class templates that the library has made for them.
+  set(hide_inlines ON)
+  if(WIN32)
+    set(hide_inlines OFF)
+  endif()
   k5ax_target_defaults(${target})
   target_compile_features(${target} PRIVATE cxx_std_17)
   set_target_properties(${target} PROPERTIES
@@ -58,7 +69,7 @@ function(k5ax_library_defaults target)
     POSITION_INDEPENDENT_CODE ON
     CXX_VISIBILITY_PRESET hidden
     C_VISIBILITY_PRESET hidden
-    VISIBILITY_INLINES_HIDDEN ON)
+    VISIBILITY_INLINES_HIDDEN ${hide_inlines})
   target_compile_definitions(${target} PRIVATE K5AX_BUILDING_LIBRARY)
   # Nobody replaces a function of ours at load time, so calls inside the library need no detour (clang assumes
   # that anyway).
