@@ -18,10 +18,10 @@ int main(int count, char** arguments) {
     std::ofstream file(path, std::ios::binary);
     file << k5ax_test::pack(machine.record);
     if (!file.flush()) {
-      std::fprintf(stderr, "%s: cannot be written\n", path.c_str());
+      std::fprintf(stderr, "%s: cannot be written\n", path.string().c_str());
       return 1;
     }
-    std::printf("%s\n", path.c_str());
+    std::printf("%s\n", path.string().c_str());
   }
   return 0;
 }
