@@ -35,6 +35,9 @@ NUMBER = re.compile(r"(?<![\w.])(\d+\.\d*(?:e[-+]?\d+)?|\d+(?:e[-+]?\d+)?)(?![\w
 NEGATION = re.compile(r"!(?=[\w(:])")
 MINUS = re.compile(r"(?<=[(,=?:] )-(?=[\w(])|(?<=[(\[])-(?=[\w(])|(?<=return )-(?=[\w(])")
 NEVER_CHANGED = ("template", "using ", "namespace ", "friend ", "class ")
+# Says something to the compiler or to who reads it, and nothing to the program.
+NO_FAULT = re.compile(r"= delete;$|^\s*static_cast<void>\(\w+\);$")
+IN_ANY_ORDER = re.compile(r"(?:dot|min|max)$")
 TRUTH = re.compile(r"\b(true|false)\b")
 STEP = re.compile(r"(\+\+|--)")
 TWO_ARGUMENTS = re.compile(r"(?<=\w)\(([\w.\->\[\]]+), ([\w.\->\[\]]+)\)")
@@ -110,7 +113,7 @@ def _line_mutations(line, code):
         other = "--" if match.group(1) == "++" else "++"
         yield _replaced(line, match.start(), match.end(), other), f"{match.group(1)} becomes {other}"
     for match in TWO_ARGUMENTS.finditer(code):
-        if match.group(1) != match.group(2):
+        if match.group(1) != match.group(2) and not IN_ANY_ORDER.search(code[:match.start()]):
             text = f"({match.group(2)}, {match.group(1)})"
             yield _replaced(line, match.start(), match.end(), text), "arguments swapped"
     statement = STATEMENT.match(code)
@@ -133,7 +136,7 @@ def mutants_of(file, text):
             in_comment = "*/" not in stripped
             continue
         code = code_of(line)
-        if not code.strip() or code.strip().startswith(NEVER_CHANGED):
+        if not code.strip() or code.strip().startswith(NEVER_CHANGED) or NO_FAULT.search(code.rstrip()):
             continue
         seen = set()
         for after, what in _line_mutations(line, code):

@@ -103,7 +103,7 @@ TEST(FileStream, FolderCannotBeRead) {
   const ScratchFolder folder;
   const std::string message = error_of([&] { read_bytes(folder.path(), 0); });
   EXPECT_THAT(message, HasSubstr(folder.path()));
-  EXPECT_THAT(message, EndsWith(reason(EISDIR)));
+  EXPECT_THAT(message, EndsWith("cannot open for reading: " + reason(EISDIR)));
 }
 
 // The start of this process's memory opens for reading and then has nothing mapped at its first byte.
