@@ -82,10 +82,14 @@ function(k5ax_library_defaults target)
 endfunction()
 
 # Interprocedural optimisation in release builds. The per-position arithmetic is small functions in several
-# files.
+# files. Not with MinGW, whose linker loses thunks where other objects beside these are not optimised so.
 function(k5ax_target_ipo target)
   if(NOT DEFINED CACHE{K5AX_IPO_SUPPORTED})
-    check_ipo_supported(RESULT supported LANGUAGES CXX)
+    if(MINGW)
+      set(supported FALSE)
+    else()
+      check_ipo_supported(RESULT supported LANGUAGES CXX)
+    endif()
     set(K5AX_IPO_SUPPORTED ${supported} CACHE INTERNAL "The compiler can optimise across files")
   endif()
   if(K5AX_IPO_SUPPORTED)
