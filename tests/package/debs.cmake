@@ -1,4 +1,4 @@
-# Makes the debs, holds each against what it should hold, and uses them unpacked into an empty root.
+# Makes the debs, holds each against what it should hold, and uses them unpacked into an empty folder.
 
 run(${CMAKE_CPACK_COMMAND} -G DEB --config ${TREE}/CPackConfig.cmake -B ${SCRATCH}/packages)
 run(dpkg --print-architecture)
@@ -137,10 +137,10 @@ endif()
 # ---- whether they work ----
 
 foreach(deb IN LISTS debs)
-  run(dpkg-deb --extract ${SCRATCH}/packages/${deb}.deb ${SCRATCH}/root)
+  run(dpkg-deb --extract ${SCRATCH}/packages/${deb}.deb ${SCRATCH}/unpacked)
 endforeach()
 run(dpkg-deb --extract ${SCRATCH}/packages/libk5ax1_${VERSION}_${deb_architecture}.deb ${SCRATCH}/runtime)
-set(usr ${SCRATCH}/root/usr)
+set(usr ${SCRATCH}/unpacked/usr)
 check_that_no_path_is_in(${usr})
 build_and_run_host(-DCMAKE_PREFIX_PATH=${usr} -DCMAKE_BUILD_TYPE=Release)
 # What runs needs no more than the package of the library.
