@@ -3,6 +3,7 @@
 
 #include <k5ax/platform/block.h>
 
+#include <array>
 #include <stdexcept>
 
 namespace md {
@@ -11,15 +12,17 @@ namespace {
 
 enum NodeKind : int { kPlainNode = 0, kAxisNode = 1, kToolNode = 2 };
 
-// The twelve values in memory order, as a raw block.
+// A transform's values in memory order.
+using MatrixEntries = std::array<double, 12>;
+
 void write_matrix(IIO::Stream& stream, const Geometry::Matrix& matrix) {
-  double m[12];
+  MatrixEntries m;
   matrix.GetMatrix(m[0], m[1], m[2], m[3], m[4], m[5], m[6], m[7], m[8], m[9], m[10], m[11]);
-  stream.Write(m, sizeof m);
+  stream.Write(m.data(), sizeof m);
 }
 
 // What all kinds of node have: kind, parent, id, flags, value, transform.
-constexpr std::size_t kCommonPart = 3 * 4 + 4 + 8 + 12 * 8;
+constexpr std::size_t kCommonPart = 3 * 4 + 4 + 8 + sizeof(MatrixEntries);
 
 boost::shared_ptr<sg::node> create_node(int kind) {
   switch (kind) {
@@ -52,15 +55,15 @@ void write_node_record(IIO::Stream& stream, sg::node& n, int parent) {
 boost::shared_ptr<sg::node> read_node_record(IIO::Stream& stream, int& parent) {
   // What a stream that comes short without an exception leaves out reads as -1 and 0.
   IIO::Block<kCommonPart> common;
+  MatrixEntries m{};
   common << -1 << -1 << -1 << 0U << 0.0;
-  for (int i = 0; i < 12; ++i) common << 0.0;
+  for (const double entry : m) common << entry;
   common.read(stream);
 
   int kind;
   int id;
   unsigned int flags;
   double value;
-  double m[12];
   common >> kind >> parent >> id >> flags >> value;
   for (double& entry : m) common >> entry;
 

@@ -19,7 +19,6 @@ void node::Transform::set(const Geometry::Matrix& matrix) {
 void node::Transform::set_translation(const Geometry::TPoint<double>& offset) {
   if (!m_only_translates) Identity();
   m_matrix.SetTranslation(offset.x, offset.y, offset.z);
-  m_only_translates = true;
 }
 
 // Translate(-base) * rotation; the product's translation is -base turned.

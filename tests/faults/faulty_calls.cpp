@@ -99,6 +99,10 @@ FaultyCalls::FaultyCalls(std::size_t at, const Fault& fault) : m_at(at), m_fault
 
 FaultyCalls::~FaultyCalls() { active = nullptr; }
 
+void FaultyCalls::note(const Ownership& ownership) {
+  if (active != nullptr) active->m_given_away.push_back(ownership);
+}
+
 const Fault* FaultyCalls::next(Call call) {
   if (active == nullptr) return nullptr;
   FaultyCalls& self = *active;
@@ -214,6 +218,7 @@ int faccessat(int folder, const char* name, int mode, int) noexcept {
 }
 
 int fchown(int number, uid_t owner, gid_t group) noexcept {
+  FaultyCalls::note({owner, group});
   return fails(Call::give_away) ? -1 : static_cast<int>(::syscall(SYS_fchown, number, owner, group));
 }
 

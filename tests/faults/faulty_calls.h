@@ -43,6 +43,12 @@ struct Fault {
   bool lasting = false;  // all later calls of the same sort fail in the same way
 };
 
+// What one call of fchown asked for.
+struct Ownership {
+  unsigned int owner;  // as the call has it: all bits set for one that stays
+  unsigned int group;
+};
+
 // While it lives, the calls of this program that files are made of are numbered, and the one with the number
 // `at` gets the fault. No two at a time; the test makes no file of its own meanwhile.
 class FaultyCalls {
@@ -56,12 +62,16 @@ class FaultyCalls {
   // The calls so far, in order.
   const std::vector<Call>& calls() const { return m_calls; }
   bool struck() const { return m_struck; }
+  // The owners and groups that were asked for, in order, granted or not.
+  const std::vector<Ownership>& given_away() const { return m_given_away; }
 
   // For the replaced functions: the fault of this call, or null when it is to do its work.
   static const Fault* next(Call call);
+  static void note(const Ownership& ownership);
 
  private:
   std::vector<Call> m_calls;
+  std::vector<Ownership> m_given_away;
   std::size_t m_at;
   Fault m_fault;
   bool m_struck = false;

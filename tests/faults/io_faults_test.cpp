@@ -336,3 +336,35 @@ TEST(FaultyCalls, FailingRemovalOfTheNewFileKeepsTheOldOne) {
   EXPECT_EQ(contents(folder / "machine"), "old");
   EXPECT_EQ(folder.names(), Names{"machine"});
 }
+
+// Who may not give the file to the old one's owner gives it to the old one's group, and tries no more.
+TEST(FaultyCalls, WithoutTheOwnerTheNewFileGetsTheGroup) {
+  const ScratchFolder folder;
+  CMachDef machine;
+  make_rich(machine);
+  make_file(folder / "machine", "old");
+  struct stat old;
+  ASSERT_EQ(::stat((folder / "machine").c_str(), &old), 0);
+  const std::vector<Call> calls = calls_of_a_save(machine, folder / "machine");
+  const auto give_away =
+      static_cast<std::size_t>(std::find(calls.begin(), calls.end(), Call::give_away) - calls.begin());
+  ASSERT_LT(give_away, calls.size());
+  FaultyCalls faults(give_away, {Fault::kError, EPERM, false});
+  EXPECT_EQ(MachdefSave(&machine, (folder / "machine").c_str()), 1);
+  ASSERT_EQ(faults.given_away().size(), 2U);
+  EXPECT_EQ(faults.given_away()[0].owner, old.st_uid);
+  EXPECT_EQ(faults.given_away()[0].group, old.st_gid);
+  EXPECT_EQ(faults.given_away()[1].owner, static_cast<uid_t>(-1));
+  EXPECT_EQ(faults.given_away()[1].group, old.st_gid);
+}
+
+// Once it has both there is nothing left to ask for.
+TEST(FaultyCalls, WithTheOwnerTheGroupIsNotSetAgain) {
+  const ScratchFolder folder;
+  CMachDef machine;
+  make_rich(machine);
+  make_file(folder / "machine", "old");
+  FaultyCalls trace;
+  EXPECT_EQ(MachdefSave(&machine, (folder / "machine").c_str()), 1);
+  EXPECT_EQ(trace.given_away().size(), 1U);
+}
