@@ -11,7 +11,9 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdint>
 #include <cstdlib>
+#include <system_error>
 
 namespace tool {
 namespace {
@@ -33,6 +35,18 @@ std::wstring to_wide(const std::string& text) {
   ::MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, text.c_str(), -1, wide.data(), size);
   wide.pop_back();
   return wide;
+}
+
+// What the C library would call an error of the system.
+int errno_of(DWORD code) {
+  const std::error_condition condition =
+      std::system_category().default_error_condition(static_cast<int>(code));
+  return condition.category() == std::generic_category() ? condition.value() : EIO;
+}
+
+bool is_folder(const std::wstring& path) {
+  const DWORD attributes = ::GetFileAttributesW(path.c_str());
+  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
 
 // The code page that the console had; the window may be used by others afterwards.
@@ -68,8 +82,20 @@ bool is_terminal(StandardStream stream) {
 
 std::FILE* open_stream(const std::string& path) { return ::_wfopen(to_wide(path).c_str(), L"rb"); }
 
+// Shared for deletion, which _wopen does not do: the output may be about to take the place of this file.
 int open_file(const std::string& path) {
-  return ::_wopen(to_wide(path).c_str(), _O_RDONLY | _O_BINARY | _O_NOINHERIT);
+  const std::wstring wide = to_wide(path);
+  const HANDLE file =
+      ::CreateFileW(wide.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                    nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+  if (file == INVALID_HANDLE_VALUE) {
+    const int reason = errno_of(::GetLastError());
+    errno = is_folder(wide) ? EISDIR : reason;
+    return -1;
+  }
+  const int number = ::_open_osfhandle(reinterpret_cast<std::intptr_t>(file), _O_RDONLY | _O_BINARY);
+  if (number < 0) ::CloseHandle(file);
+  return number;
 }
 
 void close_file(int file) { ::_close(file); }

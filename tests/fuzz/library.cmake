@@ -21,7 +21,7 @@ if(CMAKE_CXX_COMPILER_ID MATCHES Clang)
   k5ax_fuzz_instrument(fuzzed_k5ax fuzzer-no-link)
 endif()
 
-# The targets replace operator new, and a library of Windows would go on with its own.
+# The targets replace operator new, and libraries of Windows would go on with their own.
 set(library k5ax::k5ax)
 if(WIN32)
   set(library k5ax_objects ${K5AX_GEOMETRY_TARGET} ${K5AX_STREAM_TARGET})
@@ -47,5 +47,6 @@ k5ax_add_fuzz_target(call_sequence CASE ASequenceOfCalls
 if(WIN32)
   foreach(name IN ITEMS load_machine call_sequence)
     target_compile_definitions(replay_${name} PRIVATE K5AX_BUILDING_LIBRARY)
+    target_link_options(replay_${name} PRIVATE -static)
   endforeach()
 endif()

@@ -16,6 +16,7 @@ namespace tool_test {
 namespace {
 
 constexpr DWORD kLongest = 60000;  // milliseconds
+constexpr DWORD kOften = 10;
 
 [[noreturn]] void give_up(const std::string& what) {
   throw std::runtime_error(what + ": error " + std::to_string(::GetLastError()));
@@ -99,6 +100,23 @@ class Variables {
   const std::map<std::string, std::string>& m_variables;
 };
 
+// The most memory the process held so far, in KiB; 0 where the system does not say.
+long peak_kib(HANDLE process) {
+  PROCESS_MEMORY_COUNTERS memory = {};
+  if (::GetProcessMemoryInfo(process, &memory, sizeof memory) == 0) return 0;
+  return static_cast<long>(memory.PeakWorkingSetSize / 1024);
+}
+
+// Wine forgets how much a process held when that ends, so it is asked for all the while.
+bool ends(HANDLE process, long& peak) {
+  for (DWORD waited = 0; waited < kLongest; waited += kOften) {
+    const bool has_ended = ::WaitForSingleObject(process, kOften) == WAIT_OBJECT_0;
+    peak = std::max(peak, peak_kib(process));
+    if (has_ended) return true;
+  }
+  return false;
+}
+
 }  // namespace
 
 Ended run_tool(const std::vector<std::string>& arguments, const How& how) {
@@ -142,7 +160,7 @@ Ended run_tool(const std::vector<std::string>& arguments, const How& how) {
   std::thread feeder([&] { feed(in.write, how.input); });
   std::thread out_reader([&] { ended.out = how.reader_gone ? "" : read_all(out.read.handle); });
   std::thread err_reader([&] { ended.err = read_all(err.read.handle); });
-  if (::WaitForSingleObject(process.handle, kLongest) != WAIT_OBJECT_0) {
+  if (!ends(process.handle, ended.peak_kib)) {
     ADD_FAILURE() << "the tool was still running after a minute";
     ::TerminateProcess(process.handle, 255);
   }
@@ -153,9 +171,6 @@ Ended run_tool(const std::vector<std::string>& arguments, const How& how) {
   DWORD code = 0;
   ::GetExitCodeProcess(process.handle, &code);
   ended.exit_code = static_cast<int>(code);
-  PROCESS_MEMORY_COUNTERS memory = {};
-  if (::GetProcessMemoryInfo(process.handle, &memory, sizeof memory) != 0)
-    ended.peak_kib = static_cast<long>(memory.PeakWorkingSetSize / 1024);
   return ended;
 }
 

@@ -8,7 +8,9 @@
 
 #include <cstdint>
 #include <iosfwd>
+#include <optional>
 #include <string>
+#include <utility>
 
 namespace tool {
 
@@ -30,14 +32,16 @@ bool shows_progress(const PathFiles& files, const Context& context);
 /// Where a summary goes. With the rows on standard output, anything else there would be taken for one.
 std::ostream& summary_stream(const PathFiles& files, const Context& context);
 
-/// Converts the whole path; see stream_rows().
+/// Converts the whole path; see stream_rows(). The output may be the file that is read: that is closed before
+/// the new one takes its place, which Windows asks for.
 template <class Convert>
 std::uint64_t convert_path(const PathFiles& files, const TablePlan& plan, Context& context, Convert convert) {
   std::uint64_t rows = 0;
-  Input input(files.path, context.in);
+  std::optional<Input> input(std::in_place, files.path, context.in);
   with_output(files.output, context.out, [&](Output& output) {
-    Progress progress(context.err, shows_progress(files, context), input.size());
-    rows = stream_rows(input, plan, output, progress, convert);
+    Progress progress(context.err, shows_progress(files, context), input->size());
+    rows = stream_rows(*input, plan, output, progress, convert);
+    input.reset();
   });
   return rows;
 }

@@ -12,6 +12,7 @@
 #include <sstream>
 #include <stdexcept>
 #include <string>
+#include <system_error>
 
 #include "tool/errors.h"
 #include "tool/process.h"
@@ -141,6 +142,15 @@ TEST(PathOutput, ReplacesTheOldFileWhenTheWorkIsDone) {
   EXPECT_EQ(standard.str(), "");
 }
 
+// In the system's words, and up to the full stop that Windows ends them with.
+#ifdef _WIN32
+constexpr int kPathNotFound = 3;
+const std::string system_words = std::system_category().message(kPathNotFound);
+const std::string kNoSuchFolder = system_words.substr(0, system_words.find_last_not_of(" .\r\n") + 1);
+#else
+const std::string kNoSuchFolder = "No such file";
+#endif
+
 TEST(PathOutput, SaysWhyAFileCannotBeWritten) {
   std::ostringstream standard;
   const std::string path = tool_test::make_folder("output") + "/none/rows.csv";
@@ -150,7 +160,7 @@ TEST(PathOutput, SaysWhyAFileCannotBeWritten) {
   } catch (const tool::InputError& error) {
     const std::string what = error.what();
     EXPECT_EQ(what.rfind(path + ": ", 0), 0U) << what;
-    EXPECT_NE(what.find("No such file"), std::string::npos) << what;
+    EXPECT_NE(what.find(kNoSuchFolder), std::string::npos) << what;
   }
 }
 
