@@ -1,4 +1,4 @@
-/* first_program_c MACHINE: loads a machine, poses it, and asks where its first axis stands. */
+/* first_program_c MACHINE: loads a machine, poses it, and asks where its axes stand. */
 #include <stdio.h>
 
 #include <k5ax/k5ax.h>
@@ -15,6 +15,7 @@ int main(int argc, char** argv) {
     double xyzabc[6];
     k5axCMachDef_SG2MachCoords(machine, xyzabc);
     printf("X %.3f  Y %.3f  Z %.3f\n", xyzabc[0], xyzabc[1], xyzabc[2]);
+    printf("A %.3f  C %.3f degrees\n", xyzabc[3] * k5ax_R2D(), xyzabc[5] * k5ax_R2D());
     printf("the slide of Z stands at %.3f\n", CMachDef_Axis_Position_Get(machine, 3));
   }
   k5axCMachDef_free(&machine);

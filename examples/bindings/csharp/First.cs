@@ -1,4 +1,4 @@
-// First MACHINE: loads a machine, poses it, and asks where its slides stand.
+// First MACHINE: loads a machine, poses it, and asks where its axes stand.
 using System;
 using System.Globalization;
 using K5ax;
@@ -17,6 +17,8 @@ static class First {
 
         double[] xyzabc = machine.ReadCoordinates();
         Console.WriteLine("X {0:F3}  Y {1:F3}  Z {2:F3}", xyzabc[0], xyzabc[1], xyzabc[2]);
+        double r2d = Native.k5ax_R2D();
+        Console.WriteLine("A {0:F3}  C {1:F3} degrees", xyzabc[3] * r2d, xyzabc[5] * r2d);
         Console.WriteLine("the slide of Z stands at {0:F3}", machine.AxisPosition(3));
       }
     } catch (MachineFileException e) {

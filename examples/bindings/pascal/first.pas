@@ -1,4 +1,4 @@
-{ first MACHINE: loads a machine, poses it, and asks where its slides stand. }
+{ first MACHINE: loads a machine, poses it, and asks where its axes stand. }
 program first;
 
 {$IFDEF FPC}{$MODE DELPHI}{$ENDIF}
@@ -18,6 +18,7 @@ begin
   end;
   k5axCMachDef_SG2MachCoords(Machine, @Xyzabc);
   WriteLn('X ', Xyzabc[0]:0:3, '  Y ', Xyzabc[1]:0:3, '  Z ', Xyzabc[2]:0:3);
+  WriteLn('A ', Xyzabc[3] * k5ax_R2D:0:3, '  C ', Xyzabc[5] * k5ax_R2D:0:3, ' degrees');
   WriteLn('the slide of Z stands at ', CMachDef_Axis_Position_Get(Machine, 3):0:3);
 end;
 
