@@ -81,6 +81,18 @@ function(k5ax_library_defaults target)
   k5ax_target_ipo(${target})
 endfunction()
 
+# The sources of object libraries once more, to be compiled in another way for `target`.
+function(k5ax_add_sources_of target)
+  foreach(part IN LISTS ARGN)
+    get_target_property(folder ${part} SOURCE_DIR)
+    get_target_property(sources ${part} SOURCES)
+    foreach(source IN LISTS sources)
+      cmake_path(ABSOLUTE_PATH source BASE_DIRECTORY ${folder})
+      target_sources(${target} PRIVATE ${source})
+    endforeach()
+  endforeach()
+endfunction()
+
 # Interprocedural optimisation in release builds. The per-position arithmetic is small functions in several
 # files. Not with MinGW, whose linker loses thunks where other objects beside these are not optimised so.
 function(k5ax_target_ipo target)

@@ -36,12 +36,26 @@ function(k5ax_windows_library target)
   install(FILES ${PROJECT_BINARY_DIR}/k5ax.def DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development)
 
   # For hosts that use the flat face alone, in whatever language: the same library with the runtime inside, so
-  # that it needs nothing but the system.
+  # that it needs nothing but the system. It lets out the names of the definition file and no other. Objects
+  # that are marked for export would add the class face to them, so it has objects of its own.
   if(MINGW)
-    get_target_property(parts ${target} LINK_LIBRARIES)
-    add_library(${target}_standalone SHARED)
+    add_library(${target}_standalone SHARED ${PROJECT_BINARY_DIR}/k5ax.def)
     k5ax_library_defaults(${target}_standalone)
-    target_link_libraries(${target}_standalone PRIVATE ${parts})
+    target_compile_definitions(${target}_standalone PRIVATE K5AX_EXPORTS_IN_FILE)
+    find_package(Eigen3 3.3 QUIET NO_MODULE)  # what the parts link has to be known here too
+    get_target_property(parts ${target} LINK_LIBRARIES)
+    foreach(part IN LISTS parts)
+      get_target_property(type ${part} TYPE)
+      if(type STREQUAL "OBJECT_LIBRARY")
+        k5ax_add_sources_of(${target}_standalone ${part})
+        target_include_directories(${target}_standalone PRIVATE $<TARGET_PROPERTY:${part},INCLUDE_DIRECTORIES>)
+        target_compile_definitions(${target}_standalone PRIVATE $<TARGET_PROPERTY:${part},COMPILE_DEFINITIONS>)
+        get_target_property(part ${part} LINK_LIBRARIES)
+      endif()
+      if(part)
+        target_link_libraries(${target}_standalone PRIVATE ${part})
+      endif()
+    endforeach()
     target_link_options(${target}_standalone PRIVATE -static)
     set_target_properties(${target}_standalone PROPERTIES
       LINKER_LANGUAGE CXX

@@ -3,14 +3,7 @@
 # The library's sources once more, with the fuzzer's counters in them.
 if(CMAKE_CXX_COMPILER_ID MATCHES Clang)
   add_library(fuzzed_k5ax OBJECT)
-  foreach(target IN ITEMS k5ax_objects ${K5AX_GEOMETRY_TARGET} ${K5AX_STREAM_TARGET})
-    get_target_property(folder ${target} SOURCE_DIR)
-    get_target_property(sources ${target} SOURCES)
-    foreach(source IN LISTS sources)
-      cmake_path(ABSOLUTE_PATH source BASE_DIRECTORY ${folder})
-      target_sources(fuzzed_k5ax PRIVATE ${source})
-    endforeach()
-  endforeach()
+  k5ax_add_sources_of(fuzzed_k5ax k5ax_objects ${K5AX_GEOMETRY_TARGET} ${K5AX_STREAM_TARGET})
   find_package(Eigen3 3.3 REQUIRED NO_MODULE)
   target_include_directories(fuzzed_k5ax PUBLIC
     ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/include ${PROJECT_SOURCE_DIR}/platform/include)

@@ -5,10 +5,12 @@
 
 /// Marks a function, an object or a class that hosts link to; everything else stays inside the library.
 ///
-/// Reads the same in C and in C++. On Windows the library itself is built with K5AX_BUILDING_LIBRARY defined;
-/// a host never defines it.
+/// Reads the same in C and in C++. On Windows the library itself is built with K5AX_BUILDING_LIBRARY defined,
+/// and where a definition file says what it lets out, with K5AX_EXPORTS_IN_FILE too; a host defines neither.
 #if defined(_WIN32)
-#if defined(K5AX_BUILDING_LIBRARY)
+#if defined(K5AX_BUILDING_LIBRARY) && defined(K5AX_EXPORTS_IN_FILE)
+#define K5AX_API
+#elif defined(K5AX_BUILDING_LIBRARY)
 #define K5AX_API __declspec(dllexport)
 #else
 #define K5AX_API __declspec(dllimport)
