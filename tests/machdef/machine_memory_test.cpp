@@ -227,4 +227,24 @@ TEST(CloneWithoutMemory, LosesNothing) {
   EXPECT_GE(failures, 2 * (5 + 8));
 }
 
+TEST(ScaleWithoutMemory, LeavesTheMachineInItsUnit) {
+  std::unique_ptr<CMachDef> machdef;
+  Bytes before;
+  int failures = 0;
+  fail_each_allocation(
+      MemoryShortage::kOnce,
+      [&] {
+        machdef = full_machine();
+        before = k5ax_test::saved(*machdef);
+      },
+      [&machdef] { machdef->scale(!machdef->isMetric()); },
+      [&](bool thrown) {
+        EXPECT_TRUE(thrown);
+        EXPECT_SAME_BYTES(k5ax_test::saved(*machdef), before);
+        ++failures;
+      });
+  EXPECT_GT(failures, 0);
+  EXPECT_NE(k5ax_test::saved(*machdef), before);
+}
+
 }  // namespace
