@@ -567,6 +567,30 @@ TEST(LoadNodes, InNoTreeAreDropped) {
   EXPECT_TRUE(watch.expired());
 }
 
+// A node that is reset where it hangs has no parent any more, though it is listed still.
+TEST(LoadNodes, OneThatWasResetWhereItHungStaysForWhatNamesIt) {
+  CMachDef machine;
+  machine.SG()[0] = node::create();
+  machine.SG()[0]->reset();
+  machine.SG()[0]->id(7);
+  machine.SG_RotAxs()[0] = node::create();
+  machine.SG()[0]->add_child(machine.SG_RotAxs()[0]);
+  machine.SG_RotAxs()[0]->reset();
+  machine.SG_RotAxs()[0]->id(8);
+  ASSERT_EQ(tree_ids(machine, 0), (std::vector<int>{7, 8}));
+
+  CMachDef once;
+  load(once, saved(machine));
+  EXPECT_EQ(tree_ids(once, 0), (std::vector<int>{7}));
+  ASSERT_TRUE(once.SG_RotAxs()[0]);
+  EXPECT_EQ(once.SG_RotAxs()[0]->id(), 8);
+
+  CMachDef twice;
+  load(twice, saved(once));
+  EXPECT_EQ(tree_ids(twice, 0), (std::vector<int>{7}));
+  EXPECT_FALSE(twice.SG_RotAxs()[0]);
+}
+
 TEST(LoadNodes, FlagsUseAllBits) {
   MachineRecord record = record_of_parents({-1});
   record.nodes[0].flags = 0xfedcba98u;
